@@ -1,0 +1,29 @@
+include(CMakePackageConfigHelpers)
+
+set(ZELVOR_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZelvorDataType)
+
+install(TARGETS ZelvorBase ZelvorSerializationStreams ZelvorSerialization ZelvorDataType
+    EXPORT ZelvorDataTypeTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
+    INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+install(DIRECTORY base/include/ZelvorBase
+                  serialization/include/ZelvorSerialization
+                  datatype/include/ZelvorDataType
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+
+install(EXPORT ZelvorDataTypeTargets
+    NAMESPACE Zelvor::
+    DESTINATION ${ZELVOR_CMAKE_DIR})
+
+configure_package_config_file(cmake/ZelvorDataTypeConfig.cmake.in
+    ${CMAKE_CURRENT_BINARY_DIR}/ZelvorDataTypeConfig.cmake
+    INSTALL_DESTINATION ${ZELVOR_CMAKE_DIR})
+write_basic_package_version_file(
+    ${CMAKE_CURRENT_BINARY_DIR}/ZelvorDataTypeConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/ZelvorDataTypeConfig.cmake
+              ${CMAKE_CURRENT_BINARY_DIR}/ZelvorDataTypeConfigVersion.cmake
+        DESTINATION ${ZELVOR_CMAKE_DIR})

@@ -1,0 +1,9 @@
+#pragma once
+
+// Everything public of the data-type library in one include, the base library's
+// umbrella with it.
+#include <ZelvorBase/ZelvorBase.h>
+
+#include <ZelvorDataType/Binary.h>
+#include <ZelvorDataType/Export.h>
+#include <ZelvorDataType/WideText.h>

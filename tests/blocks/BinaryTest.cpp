@@ -1,0 +1,232 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <ZelvorDataType/Binary.h>
+#include "support/TestDoubles.h"
+
+namespace {
+
+using ZelvorDataType::Binary;
+using ZelvorDataType::BinaryImpl;
+using ZelvorDataType::CreateBinary;
+
+using Bytes = std::vector<unsigned char>;
+
+Bytes View(const Binary& b) {
+    const unsigned char* p = b.c_ptr();
+    return p == nullptr ? Bytes{} : Bytes(p, p + b.GetSize());
+}
+
+const Bytes kTen = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
+
+// Every behaviour holds alike on the heap and in an arena; the fixture runs each test
+// in both and owns the heap object.
+class BinaryBothHomes : public testing::TestWithParam<bool> {
+protected:
+    Binary* Make(const void* data, size_t size) {
+        if (GetParam()) {
+            return CreateBinary(data, size, &mBuffer);
+        }
+        mOwned.emplace_back(CreateBinary(data, size));
+        return mOwned.back().get();
+    }
+    Binary* Make(const Bytes& bytes) { return Make(bytes.data(), bytes.size()); }
+
+    ZelvorTest::RefusingBuffer mBuffer;
+    std::vector<std::unique_ptr<Binary>> mOwned;
+};
+
+INSTANTIATE_TEST_SUITE_P(HeapAndArena, BinaryBothHomes, testing::Bool(),
+                         [](const auto& info) { return info.param ? "Arena" : "Heap"; });
+
+TEST_P(BinaryBothHomes, ZeroSizesDoNothing) {
+    Binary* b = Make(kTen);
+    b->SetBinary("xyz", 0);
+    b->ResetSize(0);
+    EXPECT_EQ(View(*b), kTen);
+
+    Binary* empty = Make(nullptr, 0);
+    EXPECT_EQ(empty->GetSize(), 0u);
+    EXPECT_EQ(empty->c_ptr(), nullptr);
+}
+
+TEST_P(BinaryBothHomes, NullDataGivesZeros) {
+    Binary* b = Make(nullptr, 5);
+    EXPECT_EQ(View(*b), Bytes(5, 0));
+}
+
+TEST_P(BinaryBothHomes, TrimmingMovesOnlyTheView) {
+    struct Step {
+        const char* op;
+        size_t n;
+        size_t size;
+        ptrdiff_t offset;  // of c_ptr() from the block's start; -1 for null
+    };
+    const Step steps[] = {
+        {"head", 3, 7, 3},   {"tail", 2, 5, 3},  {"unzap", 0, 10, 0}, {"head", 11, 0, -1},
+        {"unzap", 0, 10, 0}, {"tail", 11, 0, -1}, {"unzap", 0, 10, 0}, {"head", 10, 0, -1},
+        {"unzap", 0, 10, 0}, {"tail", 0, 10, 0}, {"head", 0, 10, 0},
+    };
+    Binary* b = Make(kTen);
+    unsigned char* start = b->c_ptr();
+    for (const Step& s : steps) {
+        const std::string op = s.op;
+        if (op == "head") {
+            b->ZapHead(s.n);
+        } else if (op == "tail") {
+            b->ZapTail(s.n);
+        } else {
+            b->UnZap();
+        }
+        EXPECT_EQ(b->GetSize(), s.size) << op << " " << s.n;
+        if (s.offset < 0) {
+            EXPECT_EQ(b->c_ptr(), nullptr) << op << " " << s.n;
+        } else {
+            EXPECT_EQ(b->c_ptr(), start + s.offset) << op << " " << s.n;
+        }
+    }
+}
+
+TEST_P(BinaryBothHomes, OverlongZapHeadKeepsTheViewStart) {
+    Binary* b = Make(kTen);
+    b->ZapHead(4);
+    b->ZapHead(7);  // more than the six left: the view empties where it stands
+    EXPECT_EQ(b->GetSize(), 0u);
+    b->ResetSize(0);
+    b->UnZap();
+    EXPECT_EQ(View(*b), kTen);
+}
+
+TEST_P(BinaryBothHomes, SmallerSetReusesTheBlockAndUnZapShowsOldBytes) {
+    Binary* b = Make(kTen);
+    unsigned char* block = b->c_ptr();
+    b->ZapHead(3);
+    const Bytes four = {0xA, 0xB, 0xC, 0xD};
+    b->SetBinary(four.data(), four.size());
+    EXPECT_EQ(b->c_ptr(), block);  // written from the start of the block
+    EXPECT_EQ(View(*b), four);
+    b->UnZap();
+    EXPECT_EQ(View(*b), (Bytes{0xA, 0xB, 0xC, 0xD, 4, 5, 6, 7, 8, 9}));
+}
+
+TEST_P(BinaryBothHomes, GrowingReplacesTheBlockWithExactCapacity) {
+    Binary* b = Make(kTen);
+    const Bytes twelve(12, 0x55);
+    b->SetBinary(twelve.data(), twelve.size());
+    EXPECT_EQ(View(*b), twelve);
+    b->ZapTail(5);
+    b->UnZap();
+    EXPECT_EQ(b->GetSize(), 12u);  // no spare room was added
+}
+
+TEST_P(BinaryBothHomes, ResetSizeKeepsBytesOnShrink) {
+    Binary* b = Make(kTen);
+    b->ResetSize(4);
+    EXPECT_EQ(View(*b), (Bytes{0, 1, 2, 3}));
+    b->ResetSize(10);
+    EXPECT_EQ(View(*b), kTen);
+    b->ResetSize(20);
+    EXPECT_EQ(b->GetSize(), 20u);
+}
+
+TEST_P(BinaryBothHomes, EqualityLooksAtViewsOnly) {
+    Binary* a = Make(kTen);
+    Binary* b = Make(Bytes{2, 3, 4});
+    EXPECT_FALSE(*a == *b);
+    a->ZapHead(2);
+    a->ZapTail(5);
+    EXPECT_TRUE(*a == *b);
+    EXPECT_TRUE(*Make(nullptr, 0) == *Make(nullptr, 0));
+    EXPECT_FALSE(*Make(Bytes{1}) == *Make(Bytes{2}));
+}
+
+TEST_P(BinaryBothHomes, OrderIsLexicographicOverUnsignedBytes) {
+    const struct {
+        Bytes left, right;
+        bool less;
+    } cases[] = {
+        {{}, {}, false},
+        {{}, {0}, true},
+        {{0}, {}, false},
+        {{1, 2}, {1, 2, 0}, true},
+        {{1, 2, 0}, {1, 2}, false},
+        {{1, 2}, {1, 2}, false},
+        {{0x7F}, {0x80}, true},
+        {{0x80}, {0x7F}, false},
+        {{0xFF}, {0x00, 0x01}, false},
+        {{1, 3}, {1, 2, 9}, false},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(*Make(c.left) < *Make(c.right), c.less)
+            << c.left.size() << " vs " << c.right.size();
+    }
+}
+
+TEST(Binary, GiveUpHandsOverTheWholeHeapBlock) {
+    std::unique_ptr<Binary> b(CreateBinary(kTen.data(), kTen.size()));
+    b->ZapHead(3);
+    std::unique_ptr<unsigned char[]> block(b->GiveUpBinary());
+    ASSERT_NE(block, nullptr);
+    EXPECT_EQ(Bytes(block.get(), block.get() + 10), kTen);
+    EXPECT_EQ(b->GetSize(), 0u);
+    b->UnZap();
+    EXPECT_EQ(b->GetSize(), 0u);  // no block is left behind the view
+    EXPECT_EQ(b->GiveUpBinary(), nullptr);
+    b->SetBinary("ab", 2);  // still usable
+    EXPECT_EQ(View(*b), (Bytes{'a', 'b'}));
+}
+
+TEST(Binary, GiveUpFromAnArenaChangesNothing) {
+    ZelvorBase::Buffer buffer;
+    Binary* b = CreateBinary(kTen.data(), kTen.size(), &buffer);
+    EXPECT_EQ(b->GiveUpBinary(), nullptr);
+    EXPECT_EQ(View(*b), kTen);
+    EXPECT_EQ(CreateBinary(&buffer)->GiveUpBinary(), nullptr);
+}
+
+TEST(Binary, FactoriesOnTheHeap) {
+    std::unique_ptr<Binary> empty(CreateBinary());
+    EXPECT_EQ(empty->GetSize(), 0u);
+    std::unique_ptr<Binary> zeros(CreateBinary(size_t{0}, nullptr));
+    EXPECT_EQ(zeros->c_ptr(), nullptr);
+    std::unique_ptr<Binary> three(CreateBinary(size_t{3}));
+    EXPECT_EQ(View(*three), Bytes(3, 0));
+    BinaryImpl onStack("hi", 2);
+    EXPECT_EQ(View(onStack), (Bytes{'h', 'i'}));
+}
+
+TEST(Binary, RefusedArenaBlockLeavesAnEmptyBinary) {
+    ZelvorTest::RefusingBuffer buffer(2);  // the object is the first allocation
+    Binary* b = CreateBinary(kTen.data(), kTen.size(), &buffer);
+    EXPECT_EQ(b->GetSize(), 0u);
+    EXPECT_EQ(b->c_ptr(), nullptr);
+    b->UnZap();
+    EXPECT_EQ(b->GetSize(), 0u);
+
+    ZelvorTest::RefusingBuffer later(3);
+    Binary* c = CreateBinary(kTen.data(), kTen.size(), &later);
+    const Bytes twelve(12, 1);
+    c->SetBinary(twelve.data(), twelve.size());  // the growth is refused
+    EXPECT_EQ(c->GetSize(), 0u);
+    c->UnZap();
+    EXPECT_EQ(c->GetSize(), 0u);
+}
+
+TEST(Binary, RefusedArenaObjectThrows) {
+    ZelvorTest::RefusingBuffer buffer(1);
+    EXPECT_THROW((void)CreateBinary(&buffer), std::bad_alloc);
+    EXPECT_THROW((void)CreateBinary(kTen.data(), kTen.size(), &buffer), std::bad_alloc);
+}
+
+TEST(Binary, FailedHeapGrowthKeepsTheOldBlock) {
+    std::unique_ptr<Binary> b(CreateBinary(kTen.data(), kTen.size()));
+    EXPECT_THROW(b->ResetSize(static_cast<size_t>(-1) / 2), std::bad_alloc);
+    EXPECT_EQ(View(*b), kTen);
+    EXPECT_THROW((void)CreateBinary(static_cast<size_t>(-1) / 2), std::bad_alloc);
+}
+
+}  // namespace

@@ -1,0 +1,95 @@
+#pragma once
+
+// Test doubles shared by the suites: arenas and contracts that count and refuse.
+
+#include <cstddef>
+#include <vector>
+
+#include <ZelvorBase/ZelvorBase.h>
+
+namespace ZelvorTest {
+
+// An arena that counts its allocations and refuses the N-th one (1-based) and every
+// one after it when `refuseFrom` is set; 0 never refuses.
+class RefusingBuffer : public ZelvorBase::Buffer {
+public:
+    explicit RefusingBuffer(size_t refuseFrom = 0) : mRefuseFrom(refuseFrom) {}
+    void* Allocate(size_t size) override {
+        ++mCalls;
+        if (mRefuseFrom != 0 && mCalls >= mRefuseFrom) {
+            return nullptr;
+        }
+        mBytes += size;
+        return Buffer::Allocate(size);
+    }
+    size_t Calls() const { return mCalls; }
+    size_t Bytes() const { return mBytes; }
+    void RefuseFrom(size_t n) { mRefuseFrom = n; }
+
+private:
+    size_t mRefuseFrom;
+    size_t mCalls = 0;
+    size_t mBytes = 0;
+};
+
+// A memory contract that records every request and every amount taken, and refuses
+// the N-th request (1-based) with `code` when `refuseAt` is set; 0 never refuses.
+// Lives on the stack: AddRef and Release only count.
+class CountingContract : public ZelvorBase::MemoryContract {
+public:
+    explicit CountingContract(size_t refuseAt = 0, long long code = 12)
+        : mRefuseAt(refuseAt), mCode(code) {}
+    ~CountingContract() override = default;
+
+    long long RequestMemory(size_t bytes, int count) override {
+        requests.push_back(bytes);
+        counts.push_back(count);
+        if (mRefuseAt != 0 && requests.size() == mRefuseAt) {
+            return mCode;
+        }
+        return 0;
+    }
+    void MemoryTaken(size_t bytes) override { taken.push_back(bytes); }
+    void AddRef() override { ++refs; }
+    void Release() override { --refs; }
+
+    std::vector<size_t> requests;
+    std::vector<int> counts;
+    std::vector<size_t> taken;
+    int refs = 0;
+
+private:
+    size_t mRefuseAt;
+    long long mCode;
+};
+
+// A counted object that records AddRef and Release calls and deletes itself at zero.
+class CountedObject : public ZelvorBase::ReferenceCounted {
+public:
+    explicit CountedObject(int* destroyed = nullptr) : mDestroyed(destroyed) {}
+    void AddRef() override {
+        ++count;
+        ++addRefs;
+    }
+    void Release() override {
+        ++releases;
+        if (--count == 0) {
+            delete this;
+        }
+    }
+    int count = 0;
+    int addRefs = 0;
+    int releases = 0;
+
+protected:
+    ~CountedObject() override {
+        if (mDestroyed != nullptr) {
+            ++*mDestroyed;
+        }
+    }
+
+private:
+    int* mDestroyed;
+};
+
+}  // namespace ZelvorTest
