@@ -108,7 +108,8 @@ TEST(SmartPtrI, CopiesTakeReferencesAndDestructionGivesThemBack) {
         EXPECT_EQ(&*d, &object);
         EXPECT_EQ(counts.addRefs, 4);
         EXPECT_EQ(counts.releases, 0);
-        a = a;  // self-assignment keeps the balance
+        SmartPtrI<Counted>& alias = a;
+        a = alias;  // self-assignment keeps the balance
         EXPECT_EQ(counts.addRefs - counts.releases, 4);
     }
     EXPECT_EQ(counts.addRefs, counts.releases);
