@@ -102,8 +102,9 @@ TEST(SmartPtrI, CopiesTakeReferencesAndDestructionGivesThemBack) {
         SmartPtrI<Counted> b(a);
         SmartPtrI<Counted> c;
         c = b;
-        SmartPtrI<Counted> d(std::move(c));  // a "move" is a copy: a new reference
-        EXPECT_TRUE(static_cast<bool>(c));
+        // A "move" is a copy: a new reference, and the source keeps its own.
+        SmartPtrI<Counted> d(std::move(c));  // NOLINT(performance-move-const-arg)
+        EXPECT_TRUE(static_cast<bool>(c));   // NOLINT(bugprone-use-after-move)
         EXPECT_EQ(d.Get(), &object);
         EXPECT_EQ(&*d, &object);
         EXPECT_EQ(counts.addRefs, 4);

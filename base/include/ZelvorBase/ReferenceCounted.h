@@ -33,6 +33,9 @@ class SmartPtrI {
     }
     SmartPtrI(const SmartPtrI& other) : SmartPtrI(other.mPtr) {}
     SmartPtrI& operator=(const SmartPtrI& other) {
+        if (this == &other) {
+            return *this;
+        }
         if (other.mPtr != nullptr) {
             other.mPtr->AddRef();
         }
