@@ -29,7 +29,7 @@ TEST(Buffer, AllocationsAreDistinctAlignedAndWritable) {
 }
 
 TEST(Buffer, HugeRequestIsRefusedWithNull) {
-    ZELVOR_SKIP_UNDER_ASAN();
+    ZELVOR_SKIP_UNDER_SANITIZER();
     Buffer buffer;
     EXPECT_EQ(buffer.Allocate(static_cast<size_t>(-1) / 2), nullptr);
     EXPECT_NE(buffer.Allocate(8), nullptr);  // still usable afterwards

@@ -223,7 +223,7 @@ TEST(Binary, RefusedArenaObjectThrows) {
 }
 
 TEST(Binary, FailedHeapGrowthKeepsTheOldBlock) {
-    ZELVOR_SKIP_UNDER_ASAN();
+    ZELVOR_SKIP_UNDER_SANITIZER();
     std::unique_ptr<Binary> b(CreateBinary(kTen.data(), kTen.size()));
     EXPECT_THROW(b->ResetSize(static_cast<size_t>(-1) / 2), std::bad_alloc);
     EXPECT_EQ(View(*b), kTen);

@@ -7,19 +7,19 @@
 
 #include <ZelvorBase/ZelvorBase.h>
 
-// AddressSanitizer reports a failed operator new as a fatal error instead of letting it
-// throw std::bad_alloc, so tests that provoke a real heap exhaustion skip under it.
-#if defined(__SANITIZE_ADDRESS__)
-#define ZELVOR_UNDER_ASAN 1
+// The sanitizers report a failed operator new as a fatal error instead of letting it
+// throw std::bad_alloc, so tests that provoke a real heap exhaustion skip under them.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ZELVOR_UNDER_SANITIZER 1
 #elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define ZELVOR_UNDER_ASAN 1
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ZELVOR_UNDER_SANITIZER 1
 #endif
 #endif
-#ifdef ZELVOR_UNDER_ASAN
-#define ZELVOR_SKIP_UNDER_ASAN() GTEST_SKIP() << "heap exhaustion aborts under AddressSanitizer"
+#ifdef ZELVOR_UNDER_SANITIZER
+#define ZELVOR_SKIP_UNDER_SANITIZER() GTEST_SKIP() << "heap exhaustion aborts under a sanitizer"
 #else
-#define ZELVOR_SKIP_UNDER_ASAN() (void)0
+#define ZELVOR_SKIP_UNDER_SANITIZER() (void)0
 #endif
 
 namespace ZelvorTest {
