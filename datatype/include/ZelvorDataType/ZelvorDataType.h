@@ -6,6 +6,7 @@
 
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/BinaryCollection.h>
+#include <ZelvorDataType/CellFmtData.h>
 #include <ZelvorDataType/Export.h>
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
