@@ -5,5 +5,9 @@
 #include <ZelvorBase/ZelvorBase.h>
 
 #include <ZelvorDataType/Binary.h>
+#include <ZelvorDataType/BinaryCollection.h>
+#include <ZelvorDataType/CellFmtData.h>
 #include <ZelvorDataType/Export.h>
+#include <ZelvorDataType/ReferenceCountedObjectCollection.h>
+#include <ZelvorDataType/StringCollection.h>
 #include <ZelvorDataType/WideText.h>

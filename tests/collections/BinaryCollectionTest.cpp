@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <ZelvorDataType/ZelvorDataType.h>
+#include "support/TestDoubles.h"
+
+namespace {
+
+using ZelvorBase::ExceptionImpl;
+using ZelvorDataType::Binary;
+using ZelvorDataType::BinaryCollection;
+using Bytes = std::vector<unsigned char>;
+using Sizes = std::vector<size_t>;
+using Governed = ZelvorBase::SmartPtrI<ZelvorBase::MemoryContract>;
+
+struct CollectionDeleter {
+    void operator()(BinaryCollection* c) const { BinaryCollection::Delete(c); }
+};
+using Collection = std::unique_ptr<BinaryCollection, CollectionDeleter>;
+
+// Blocks whose bytes count up across the collection, so a lost or reordered byte shows.
+Collection Make(const Sizes& sizes) {
+    Collection c(ZelvorDataType::CreateBinaryCollection());
+    unsigned char next = 1;
+    for (size_t size : sizes) {
+        Bytes bytes(size);
+        for (auto& b : bytes) {
+            b = next++;
+        }
+        c->Insert(ZelvorDataType::CreateBinary(bytes.data(), bytes.size()));
+    }
+    return c;
+}
+
+// The blocks, all bytes in order, and the size of each block.
+struct Content {
+    std::vector<Binary*> blocks;
+    Bytes bytes;
+    Sizes sizes;
+};
+Content Read(const BinaryCollection& c) {
+    Content out;
+    for (unsigned int i = 0; i < c.GetBinaryCount(); ++i) {
+        Binary* b = c.GetBinary(i);
+        out.blocks.push_back(b);
+        out.bytes.insert(out.bytes.end(), b->c_ptr(), b->c_ptr() + b->GetSize());
+        out.sizes.push_back(b->GetSize());
+    }
+    return out;
+}
+
+TEST(BinaryJoin, GroupsNeighboursGreedilyUnderTheLimit) {
+    const struct {
+        Sizes sizes;
+        size_t maxSize;
+        Sizes expected;
+    } cases[] = {
+        {{}, 0, {}},
+        {{3, 3, 3}, 0, {9}},
+        {{3, 3, 3}, 9, {9}},
+        {{3, 3, 3}, 6, {6, 3}},
+        {{3, 3, 3}, 5, {3, 3, 3}},
+        {{2, 10, 2}, 5, {2, 10, 2}},
+        {{2, 3, 5}, 5, {5, 5}},
+        {{2, 0, 3}, 5, {5}},
+        {{4, 0, 4}, 4, {4, 4}},
+        {{5, 1}, 4, {5, 1}},
+        {{1, 1, 1, 1, 1}, 2, {2, 2, 1}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::PrintToString(c.sizes) + " max " + std::to_string(c.maxSize));
+        const Collection source = Make(c.sizes);
+        const Bytes all = Read(*source).bytes;
+        ZelvorTest::CountingContract contract;
+        Governed governed(&contract);
+        const Collection joined(CombineBinaryCollectionGoverned(source.get(), c.maxSize, governed));
+        EXPECT_EQ(Read(*joined).sizes, c.expected);
+        EXPECT_EQ(Read(*joined).bytes, all);
+        EXPECT_EQ(contract.requests, c.expected);
+        EXPECT_EQ(contract.taken, c.expected);
+        EXPECT_EQ(contract.counts, std::vector<int>(c.expected.size(), 1));
+        EXPECT_EQ(Read(*Collection(CombineBinaryCollection(source.get(), c.maxSize))).sizes,
+                  c.expected);
+
+        ZelvorTest::CountingContract whole;
+        const std::unique_ptr<Binary> one(CreateBinary(source.get(), &whole));
+        EXPECT_EQ(Bytes(one->c_ptr(), one->c_ptr() + one->GetSize()), all);
+        EXPECT_EQ(whole.requests, Sizes{all.size()});  // asked even for 0 bytes
+        EXPECT_EQ(whole.taken, Sizes{all.size()});
+    }
+}
+
+// Every request refused in turn; the blocks granted before are freed (LSan checks that
+// under the sanitize preset) and the source is untouched.
+TEST(BinaryJoin, RefusalLeavesNothingBehind) {
+    using Refusal = ExceptionImpl<ZelvorBase::ContractManagerAllocException>;
+    const Collection source = Make({4, 4, 4, 4, 4});  // joined by 8: 8, 8, 4
+    const Content before = Read(*source);
+    for (size_t refused = 1; refused <= 3; ++refused) {
+        ZelvorTest::CountingContract contract(refused, 0x7FFFFFFF0000000CLL);
+        Governed governed(&contract);
+        try {
+            Collection(CombineBinaryCollectionGoverned(source.get(), 8, governed));
+            ADD_FAILURE() << "no refusal at request " << refused;
+        } catch (const Refusal& e) {
+            EXPECT_EQ(e.GetID(), 12);  // the low 32 bits of the answer
+            EXPECT_EQ(std::wstring(e.GetMessage()),
+                      std::wstring(L"No memory to be contracted. Contract request rejected.\n") +
+                          ZelvorBase::GetSystemErrorDescription(12).c_str());
+        }
+        EXPECT_EQ(contract.requests.size(), refused);
+        EXPECT_EQ(contract.taken, Sizes(refused - 1, 8));
+        EXPECT_EQ(Read(*source).blocks, before.blocks);
+        EXPECT_EQ(Read(*source).bytes, before.bytes);
+    }
+    ZelvorTest::CountingContract once(1);
+    EXPECT_THROW(CreateBinary(source.get(), &once), Refusal);
+    EXPECT_TRUE(once.taken.empty());
+}
+
+TEST(BinaryCollection, MergeMovesOwnershipOrChangesNothing) {
+    for (const Sizes& theirSizes : {Sizes{}, Sizes{2, 3}}) {
+        const Collection mine = Make({1});
+        Collection theirs = Make(theirSizes);
+        std::vector<Binary*> expected = Read(*mine).blocks;
+        for (Binary* b : Read(*theirs).blocks) {
+            expected.push_back(b);
+        }
+        mine->Merge(theirs.get());
+        EXPECT_EQ(theirs->GetBinaryCount(), 0u);
+        theirs.reset();  // must not take the moved blocks with it
+        EXPECT_EQ(Read(*mine).blocks, expected);
+        EXPECT_EQ(Read(*mine).bytes.size(), mine->GetTotalLength());
+    }
+    const Collection mine = Make({1, 2});
+    const std::vector<Binary*> before = Read(*mine).blocks;
+    EXPECT_THROW(mine->Merge(mine.get()), ExceptionImpl<ZelvorBase::Message>);
+    mine->Merge(nullptr);
+    EXPECT_EQ(Read(*mine).blocks, before);
+    try {
+        mine->GetBinary(2);
+        ADD_FAILURE() << "no throw";
+    } catch (const ExceptionImpl<ZelvorBase::Message>& e) {
+        EXPECT_STREQ(e.GetMessage(), L"use out of bound index to access vector");
+        EXPECT_EQ(e.GetID(), -1);
+    }
+    BinaryCollection::Delete(nullptr);
+    auto* impl = new ZelvorDataType::BinaryCollectionImpl();
+    impl->Insert(mine->GetBinary(0));
+    impl->GiveUp();  // deleting it now leaves the block to `mine`
+    impl->Delete();
+}
+
+}  // namespace
