@@ -5,5 +5,7 @@
 #include <ZelvorBase/ZelvorBase.h>
 
 #include <ZelvorDataType/Binary.h>
+#include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/Export.h>
+#include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/WideText.h>
