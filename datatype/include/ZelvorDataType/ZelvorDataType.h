@@ -6,6 +6,8 @@
 
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/DateTime.h>
+#include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/Export.h>
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/WideText.h>
+#include <ZelvorDataType/ZelvorTime.h>
