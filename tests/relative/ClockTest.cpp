@@ -57,7 +57,7 @@ TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
         {"this month, three days on", Rule(DYNAMIC_TIME_THIS_MONTH, 3), {2024, 3, 29}},
         {"this year", Rule(DYNAMIC_TIME_THIS_YEAR), {2025, 1, 1}},
         {"this quarter", Rule(DYNAMIC_TIME_THIS_QUARTER), {2024, 4, 1}},
-        {"this quarter, a month on", Rule(DYNAMIC_TIME_THIS_QUARTER, 0, 1), {2024, 3, 1}},
+        {"this quarter, a month on", Rule(DYNAMIC_TIME_THIS_QUARTER, 0, 1), {2024, 6, 1}},
         {"relative flags change nothing",
          Rule(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR | DYNAMIC_TIME_FIXED_DATE),
          {2024, 3, 15}},
@@ -73,7 +73,7 @@ TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
     }
 
     ZelvorTime out;
-    ASSERT_EQ(Rule(DYNAMIC_TIME_NOW | DYNAMIC_TIME_FIXED_DATE).GetExpiration(out), 0);
+    ASSERT_EQ(Rule(DYNAMIC_TIME_NOW | DYNAMIC_TIME_RELATIVE_MINUTE).GetExpiration(out), 0);
     DateTime next(0.0);
     out.ToDateTime(false, next);
     EXPECT_EQ(Text(next), Text(DateTime(2024, 3, 14, 15, 30, 46)));

@@ -184,9 +184,9 @@ const Resolution kResolutions[] = {
 class Resolve : public testing::TestWithParam<const char*> {};
 
 INSTANTIATE_TEST_SUITE_P(Zones, Resolve, testing::ValuesIn(ZelvorRelativeTest::kZones),
-                         [](const auto& info) {
-                             return std::string(info.param).substr(0, 4) == "Asia" ? "Tokyo"
-                                                                                   : "NewYork";
+                         [](const auto& zoneInfo) {
+                             return std::string(zoneInfo.param).substr(0, 4) == "Asia" ? "Tokyo"
+                                                                                       : "NewYork";
                          });
 
 TEST_P(Resolve, RulesAgainstAReferenceTime) {
