@@ -51,6 +51,16 @@ TEST(MoveByUnits, CalendarAndExactUnits) {
     }
 }
 
+TEST(MoveByUnits, EvenANullMoveComesOutOfTheMillisecondScale) {
+    DateTime date(2024, 3, 14, 1, 2, 3, 4, 60, 7);
+    DynamicTime::MoveNthTimePointBefore(date, 0, TIME_GRANULARITY_HOUR);
+    EXPECT_EQ(Text(date), Text(DateTime(2024, 3, 14, 1, 2, 3, 4)));
+    EXPECT_EQ(date.GetZoneMinutes(), 0);
+    DateTime friday(2024, 3, 15, 0, 0, 0, 0, 60, 7);
+    DynamicTime(DYNAMIC_TIME_NONE, 0).MoveNthTimePointBefore_BusinessDay(friday, 0, true);
+    EXPECT_EQ(friday.GetZoneSpare(), 0);
+}
+
 TEST(MoveByBusinessDays, EveryRowOfTheWeekTable) {
     // From each day, n business days back (negative: ahead), March 2024.
     const int counts[] = {1, 2, 4, 5, 6, -1, -2, -5};
