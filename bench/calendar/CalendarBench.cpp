@@ -22,6 +22,7 @@ constexpr int kDayNumberOf1970 = 25569;
 // Day numbers spread over 1900..2100 with a stride prime to every month length.
 std::vector<int> DayNumbers() {
     std::vector<int> days;
+    days.reserve(73000 / 7 + 1);
     for (int day = 0; day < 73000; day += 7) {
         days.push_back(day);
     }
@@ -35,6 +36,7 @@ struct Fields {
 // Dates of the platform's band, at assorted times of day, shared by both sides.
 std::vector<Fields> Dates(int firstYear, int years) {
     std::vector<Fields> dates;
+    dates.reserve(4096);
     for (int i = 0; i < 4096; ++i) {
         dates.push_back(
             Fields{firstYear + i % years, 1 + i % 12, 1 + i % 28, i % 24, i % 60, (i * 7) % 60});

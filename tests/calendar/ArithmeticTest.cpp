@@ -39,7 +39,7 @@ TEST(CalendarArithmetic, SumsDifferencesAndClamps) {
     const DateTime a(2023, 12, 31, 22, 30, 15, 250);
     const DateTime b(2024, 3, 1, 1, 2, 3, 4);
     const TimeSpan gap = b - a;
-    EXPECT_EQ(gap.GetTotalMilliseconds(), 61 * kDay - (21 * 3600000LL + 28 * 60000 + 12246));
+    EXPECT_EQ(gap.GetTotalMilliseconds(), 61 * kDay - (21 * 3600000LL + 28 * 60000LL + 12246));
     EXPECT_EQ(a + gap, b);
     EXPECT_EQ(b - gap, a);
     EXPECT_EQ(Text(DateTime(2024, 1, 5, 10) + TimeSpan(kDay)), "2024-01-06 10:00:00.000");
@@ -84,7 +84,7 @@ TEST(WorkingDays, SpanRemovesWeekends) {
         {DateTime(2024, 1, 15), DateTime(2024, 1, 12), kDay},
         {DateTime(2024, 1, 22), DateTime(2024, 1, 12), 6 * kDay},
         {DateTime(2024, 1, 10), DateTime(2024, 1, 6), 2 * kDay},
-        {DateTime(2024, 1, 12, 18), DateTime(2024, 1, 8, 9), 4 * kDay + 9 * 3600000},
+        {DateTime(2024, 1, 12, 18), DateTime(2024, 1, 8, 9), 4 * kDay + 9 * 3600000LL},
         {DateTime(2024, 1, 12), DateTime(2024, 1, 15), -3 * kDay},  // backwards: no mirror
     };
     for (const auto& c : cases) {

@@ -174,6 +174,7 @@ TEST(SecondsSince1970, BothWays) {
     // Non-negative seconds keep the milliseconds as given until the next copy.
     EXPECT_EQ(DateTime(5L, 1500).GetMillisecond(), 1500);
     const DateTime raw(5L, 1500);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is the point
     const DateTime copy(raw);
     EXPECT_EQ(copy.GetMillisecond(), 999);
 

@@ -126,8 +126,10 @@ DateTime::DateTime(double serial) noexcept
         fraction = 0.0;
     }
 
-    // Nearest millisecond, halves up; a fraction that rounds to a whole day stays on its
-    // own day at 23:59:59.999.
+    // Nearest millisecond, halves up, by adding 0.5 and truncating: that sum is the
+    // rounding of the serial scale, so lround's exact halves would differ from it. A
+    // fraction that rounds to a whole day stays on its own day at 23:59:59.999.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     long long ms = static_cast<long long>(fraction * 86400000.0 + 0.5);
     if (ms == kMsPerDay) {
         ms = kMsPerDay - 1;

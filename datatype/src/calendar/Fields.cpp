@@ -56,8 +56,6 @@ DateTime& DateTime::operator=(const DateTime& other) noexcept {
     return *this;
 }
 
-DateTime::~DateTime() = default;
-
 int DateTime::Sanitize(bool clamp) noexcept {
     // Nearly every call finds a real date and time; let those through at once. February
     // 29 and everything out of range take the steps below.
