@@ -30,9 +30,6 @@ TEST(TimeSpans, TotalsTruncateTowardZero) {
         EXPECT_EQ(c.span.GetTotalSeconds(), c.seconds) << c.ms;
         EXPECT_EQ(c.span.GetTotalMilliseconds(), c.ms);
     }
-    TimeSpan sum(5);
-    sum -= TimeSpan(7);
-    EXPECT_TRUE(sum < TimeSpan(0) && (sum + TimeSpan(2)) == TimeSpan(0));
 }
 
 TEST(CalendarArithmetic, SumsDifferencesAndClamps) {
@@ -116,8 +113,8 @@ TEST(RoundToSeconds, CarriesLikeAnOdometer) {
         {DateTime(2024, 12, 31, 23, 59, 59, 500), "2025-01-01 00:00:00.000"},
         {DateTime(2024, 2, 28, 23, 59, 59, 999), "2024-02-29 00:00:00.000"},
         {DateTime(2023, 2, 28, 23, 59, 59, 999), "2023-03-01 00:00:00.000"},
-        {DateTime(2024, 5, 6, 7, 8, 9, 499), "2024-05-06 07:08:09.000"},
         {DateTime(2024, 5, 6, 7, 59, 59, 500), "2024-05-06 08:00:00.000"},
+        {DateTime(2024, 5, 6, 7, 8, 9, 499), "2024-05-06 07:08:09.000"},
         {DateTime(65535, 12, 31, 23, 59, 59, 999), "0000-01-01 00:00:00.000"},
     };
     for (const auto& c : cases) {

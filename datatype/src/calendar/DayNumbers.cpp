@@ -62,16 +62,13 @@ void DaysToYmdOutOfRange(int days, unsigned short& year, short& month, short& da
 
 // Day number of the value's date, 0 when the month is out of range.
 int DayNumberOf(unsigned short year, short month, short day) {
-    return DateTime::YMDToDAYS(year, month, day);
+    return month >= 1 && month <= 12 ? internal::YmdToDays(year, month, day) : 0;
 }
 
 }  // namespace
 
 int DateTime::YMDToDAYS(unsigned short year, short month, short day) noexcept {
-    if (month < 1 || month > 12) {
-        return 0;
-    }
-    return internal::YmdToDays(year, month, day);
+    return DayNumberOf(year, month, day);
 }
 
 void DateTime::DAYSToYMD(int days, unsigned short& year, short& month, short& day) noexcept {

@@ -107,7 +107,7 @@ DateTime DateTime::ToLocalTime() const noexcept {
     tm local{};
     if (localtime_r(&seconds, &local) == nullptr) {
         // Not reached for pattern years; keep the fields rather than invent a date.
-        return scratch;
+        return DateTime(*this);
     }
     return DateTime(mYear + (local.tm_year + 1900 - patternYear), local.tm_mon + 1, local.tm_mday,
                     local.tm_hour, local.tm_min, local.tm_sec, mMillisecond, 0, 0);
