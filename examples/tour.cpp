@@ -1,5 +1,7 @@
 // A short tour of the library, built against the installed package.
 #include <cstdio>
+#include <cstdlib>
+#include <ctime>
 #include <initializer_list>
 #include <memory>
 #include <string>
@@ -101,11 +103,86 @@ void CellFormatTour() {
         sizeof saved, loaded == price ? "equal" : "different");
 }
 
+void CalendarTour() {
+    using ZelvorDataType::DateTime;
+    using ZelvorDataType::TimeSpan;
+    std::puts("\n== Calendar time ==");
+    // One instant in UTC, read in three zones, and a date far outside the platform's
+    // years, which goes through a year of the same calendar pattern.
+    const DateTime call(2024, 7, 1, 15, 30);
+    const DateTime coronation(1066, 12, 25, 12, 0);
+    std::printf("%-17s %-23s   %s\n", "local time in", "of 2024-07-01 15:30 UTC",
+                "of 1066-12-25 12:00 UTC");
+    for (const char* zone : {"America/New_York", "Europe/Berlin", "Asia/Tokyo"}) {
+        setenv("TZ", zone, 1);
+        tzset();
+        std::printf("%-17s %s   %s\n", zone, call.ToLocalTime().ToString().c_str(),
+                    coronation.ToLocalTime().ToString().c_str());
+    }
+    const DateTime friday(2024, 1, 5, 10);
+    const DateTime due = friday.Add(TimeSpan(3, 0, 0, 0, 0));
+    std::printf("%s plus 3 working days is %s (calendar sum: %s)\n", friday.ToString().c_str(),
+                due.ToString().c_str(), (friday + TimeSpan(3, 0, 0, 0, 0)).ToString().c_str());
+    std::printf("working days between them: %d\n", due.Span(friday).GetTotalDays());
+}
+
+// Rules resolved against a fixed reference time, Thursday 2024-03-14 15:30:45 local;
+// answers come back in UTC and are shown in local time.
+void RelativeTimeTour() {
+    using namespace ZelvorDataType;
+    std::puts("\n== Relative times ==");
+    const DateTime reference(2024, 3, 14, 15, 30, 45);
+    std::printf("reference                          %s\n", reference.ToString().c_str());
+
+    DynamicTime quarterEnd(DYNAMIC_TIME_THIS_QUARTER | DYNAMIC_TIME_BUSINESS_DAY, 0);
+    quarterEnd.PutDay(-1);
+    DynamicTime thirdMonday(DYNAMIC_TIME_THIS_MONTH, 0);
+    thirdMonday.PutMonth(1);  // next month
+    thirdMonday.PutWeek(3);
+    thirdMonday.PutDayOfWeek(1);
+    DynamicTime yesterdayAtNine(DYNAMIC_TIME_TODAY, 0);
+    yesterdayAtNine.PutDay(-1);
+    yesterdayAtNine.PutHour(9);
+    DynamicTime firstBusinessDay(DYNAMIC_TIME_THIS_MONTH | DYNAMIC_TIME_BUSINESS_DAY, 0);
+    firstBusinessDay.PutMonth(-2);  // two months back
+    firstBusinessDay.PutDay(1);
+
+    const struct {
+        const char* name;
+        const DynamicTime& rule;
+    } rules[] = {
+        {"last business day of this quarter", quarterEnd},
+        {"third Monday of next month", thirdMonday},
+        {"yesterday at 09:00", yesterdayAtNine},
+        {"first business day two months back", firstBusinessDay},
+    };
+    for (const auto& r : rules) {
+        DateTime date = reference;
+        if (r.rule.ToDateTime(date) == 0) {
+            std::printf("%-34s %s\n", r.name, date.ToLocalTime().ToString().c_str());
+        }
+    }
+
+    // A ZelvorTime holds a rule and saves it in its 44-byte record.
+    ZelvorTime value;
+    value.PutDynamicTime(DYNAMIC_TIME_THIS_MONTH);
+    value.PutDay(-1, false);
+    unsigned char record[44];
+    value.SaveObj(sizeof record, record);
+    ZelvorTime restored;
+    restored.LoadObj(sizeof record, record);
+    DateTime monthEnd = reference;
+    restored.ToDateTime(false, monthEnd);
+    std::printf("%-34s %s\n", "end of month, saved and reloaded", monthEnd.ToString().c_str());
+}
+
 }  // namespace
 
 int main() {
     BinaryTour();
     CollectionsTour();
     CellFormatTour();
+    CalendarTour();
+    RelativeTimeTour();
     return 0;
 }

@@ -3,11 +3,14 @@
 // Everything public of the data-type library in one include, the base library's
 // umbrella with it.
 #include <ZelvorBase/ZelvorBase.h>
-
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/BinaryCollection.h>
 #include <ZelvorDataType/CellFmtData.h>
+#include <ZelvorDataType/DateTime.h>
+#include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/Export.h>
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
+#include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/WideText.h>
+#include <ZelvorDataType/ZelvorTime.h>
