@@ -38,7 +38,7 @@ std::string Decimal(const std::string& digits) {
 }
 
 class Mpz {
-public:
+  public:
     explicit Mpz(const std::string& digits) { mpz_init_set_str(v, digits.c_str(), 10); }
     Mpz() { mpz_init(v); }
     ~Mpz() { mpz_clear(v); }
