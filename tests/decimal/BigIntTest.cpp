@@ -63,23 +63,6 @@ TEST(BigIntText, ConstructorStripsAndPads) {
     }
 }
 
-TEST(BigIntText, CopiesAndZeros) {
-    ZelvorBase::Buffer arena;
-    const BigInt v("0.05", 3, -1, 0, true);
-    std::unique_ptr<BigInt> heap(v.Clone(nullptr, 7));
-    BigInt* inArena = v.Clone(&arena);
-    for (const BigInt* copy : {heap.get(), inArena}) {
-        const Raw raw = RawOf(*copy);
-        EXPECT_EQ(raw.digits, "05");
-        EXPECT_EQ(raw.sign, -1);
-        EXPECT_EQ(raw.leadingZeros, 1);
-    }
-    BigInt* zero = BigInt::CreateZero(&arena);
-    EXPECT_EQ(RawOf(*zero).digits, "(null)");
-    std::unique_ptr<BigInt> zeroCopy(zero->Clone());
-    EXPECT_EQ(RawOf(*zeroCopy).digits, "");
-}
-
 TEST(BigIntCompare, AlignedMagnitudes) {
     const BigInt empty("", 0, 1, 0, false);  // a quotient truncated to nothing
     struct Case {
