@@ -3,6 +3,8 @@
 // Everything public of the data-type library in one include, the base library's
 // umbrella with it.
 #include <ZelvorBase/ZelvorBase.h>
+#include <ZelvorDataType/BigDecimal.h>
+#include <ZelvorDataType/BigInt.h>
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/BinaryCollection.h>
 #include <ZelvorDataType/CellFmtData.h>

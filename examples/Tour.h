@@ -1,0 +1,11 @@
+#pragma once
+
+// One section of the tour per family, each in its own tour_<family>.cpp.
+namespace ZelvorTour {
+void BinaryTour();
+void CollectionsTour();
+void CellFormatTour();
+void CalendarTour();
+void RelativeTimeTour();
+void DecimalTour();
+}  // namespace ZelvorTour
