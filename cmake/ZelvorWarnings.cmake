@@ -10,6 +10,10 @@ if(ZELVOR_SANITIZE)
                         -fno-omit-frame-pointer -g)
     add_link_options(-fsanitize=address,undefined)
 endif()
+if(ZELVOR_TSAN)
+    add_compile_options(-fsanitize=thread -fno-omit-frame-pointer -g)
+    add_link_options(-fsanitize=thread)
+endif()
 
 # Applies the project's warnings to a target without exporting them to consumers.
 function(zelvor_target_defaults target)

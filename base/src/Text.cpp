@@ -27,9 +27,9 @@ std::wstring Utf16ToWide(const std::u16string& utf16) {
     std::wstring wide(utf16.size(), L'\0');  // never more code points than units
     int32_t length = 0;
     UErrorCode status = U_ZERO_ERROR;
-    u_strToUTF32WithSub(reinterpret_cast<UChar32*>(wide.data()),
-                        static_cast<int32_t>(wide.size()), &length, utf16.data(),
-                        static_cast<int32_t>(utf16.size()), kReplacement, nullptr, &status);
+    u_strToUTF32WithSub(reinterpret_cast<UChar32*>(wide.data()), static_cast<int32_t>(wide.size()),
+                        &length, utf16.data(), static_cast<int32_t>(utf16.size()), kReplacement,
+                        nullptr, &status);
     if (U_FAILURE(status)) {
         return {};
     }
@@ -55,7 +55,9 @@ std::u16string WideToUtf16(const wchar_t* text) {
 
 // ICU measures lengths in int32_t; longer texts are converted in no case we serve, and
 // are refused with an empty result rather than truncated silently.
-bool FitsIcu(size_t n) { return n < static_cast<size_t>(INT32_MAX) / 4; }
+bool FitsIcu(size_t n) {
+    return n < static_cast<size_t>(INT32_MAX) / 4;
+}
 
 }  // namespace
 

@@ -35,12 +35,12 @@ void CheckAgainst(const ZelvorDataType::Binary& b, const Model& m) {
 }
 
 class Reader {
-public:
+  public:
     Reader(const uint8_t* data, size_t size) : mData(data), mSize(size) {}
     bool Empty() const { return mPos >= mSize; }
     uint8_t Byte() { return Empty() ? 0 : mData[mPos++]; }
 
-private:
+  private:
     const uint8_t* mData;
     size_t mSize;
     size_t mPos = 0;

@@ -29,8 +29,13 @@ TEST(Converters, Utf8RoundTripsAndSubstitutesMalformedInput) {
         {"plain", L"plain", "plain"},
         {"\xE2\x82\xAC 5", L"\u20AC 5", "\xE2\x82\xAC 5"},
         {"\xF0\x9F\x98\x80", L"\U0001F600", "\xF0\x9F\x98\x80"},
-        {"a\xFF" "b", L"a\uFFFD" "b", "a\xEF\xBF\xBD" "b"},   // stray byte
-        {"\xE2\x82", L"\uFFFD", "\xEF\xBF\xBD"},            // cut-off sequence
+        {"a\xFF"
+         "b",
+         L"a\uFFFD"
+         "b",
+         "a\xEF\xBF\xBD"
+         "b"},                                                      // stray byte
+        {"\xE2\x82", L"\uFFFD", "\xEF\xBF\xBD"},                    // cut-off sequence
         {"\xC0\xAF", L"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},  // overlong
     };
     for (const auto& c : cases) {

@@ -7,12 +7,27 @@
 
 #include <ZelvorBase/ZelvorBase.h>
 
+// The sanitizers report a failed operator new as a fatal error instead of letting it
+// throw std::bad_alloc, so tests that provoke a real heap exhaustion skip under them.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ZELVOR_UNDER_SANITIZER 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ZELVOR_UNDER_SANITIZER 1
+#endif
+#endif
+#ifdef ZELVOR_UNDER_SANITIZER
+#define ZELVOR_SKIP_UNDER_SANITIZER() GTEST_SKIP() << "heap exhaustion aborts under a sanitizer"
+#else
+#define ZELVOR_SKIP_UNDER_SANITIZER() (void)0
+#endif
+
 namespace ZelvorTest {
 
 // An arena that counts its allocations and refuses the N-th one (1-based) and every
 // one after it when `refuseFrom` is set; 0 never refuses.
 class RefusingBuffer : public ZelvorBase::Buffer {
-public:
+  public:
     explicit RefusingBuffer(size_t refuseFrom = 0) : mRefuseFrom(refuseFrom) {}
     void* Allocate(size_t size) override {
         ++mCalls;
@@ -26,7 +41,7 @@ public:
     size_t Bytes() const { return mBytes; }
     void RefuseFrom(size_t n) { mRefuseFrom = n; }
 
-private:
+  private:
     size_t mRefuseFrom;
     size_t mCalls = 0;
     size_t mBytes = 0;
@@ -36,7 +51,7 @@ private:
 // the N-th request (1-based) with `code` when `refuseAt` is set; 0 never refuses.
 // Lives on the stack: AddRef and Release only count.
 class CountingContract : public ZelvorBase::MemoryContract {
-public:
+  public:
     explicit CountingContract(size_t refuseAt = 0, long long code = 12)
         : mRefuseAt(refuseAt), mCode(code) {}
     ~CountingContract() override = default;
@@ -58,14 +73,14 @@ public:
     std::vector<size_t> taken;
     int refs = 0;
 
-private:
+  private:
     size_t mRefuseAt;
     long long mCode;
 };
 
 // A counted object that records AddRef and Release calls and deletes itself at zero.
 class CountedObject : public ZelvorBase::ReferenceCounted {
-public:
+  public:
     explicit CountedObject(int* destroyed = nullptr) : mDestroyed(destroyed) {}
     void AddRef() override {
         ++count;
@@ -81,14 +96,14 @@ public:
     int addRefs = 0;
     int releases = 0;
 
-protected:
+  protected:
     ~CountedObject() override {
         if (mDestroyed != nullptr) {
             ++*mDestroyed;
         }
     }
 
-private:
+  private:
     int* mDestroyed;
 };
 

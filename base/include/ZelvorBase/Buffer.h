@@ -16,7 +16,7 @@ namespace ZelvorBase {
 // memory runs out; a derived arena may also refuse on purpose (tests do, to prove that
 // callers cope). Not thread-safe: an arena serves one thread at a time.
 class ZELVOR_BASE_API Buffer {
-public:
+  public:
     Buffer();
     virtual ~Buffer();
     Buffer(const Buffer&) = delete;
@@ -25,7 +25,7 @@ public:
     // Returns `size` bytes (at least one byte for a size of 0), or nullptr on refusal.
     virtual void* Allocate(size_t size);
 
-private:
+  private:
     std::pmr::monotonic_buffer_resource mResource;
 };
 
@@ -36,7 +36,7 @@ private:
 // the same Buffer (or both on the heap).
 template <class T>
 class Allocator {
-public:
+  public:
     using value_type = T;
 
     Allocator(Buffer* buffer = nullptr) noexcept : mBuffer(buffer) {}  // NOLINT: implicit by design
@@ -70,7 +70,7 @@ public:
         return mBuffer == other.GetBuffer();
     }
 
-private:
+  private:
     Buffer* mBuffer;
 };
 

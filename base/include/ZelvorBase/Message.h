@@ -15,7 +15,7 @@ constexpr unsigned short MESSAGE_DOMAIN_UNKNOWN = 0;
 // Message or a tag class derived from it, and caught as `const Message&` or as the
 // exact ExceptionImpl<T>.
 class ZELVOR_BASE_API Message {
-public:
+  public:
     Message();
     virtual ~Message();
     Message(const Message&) = default;
@@ -30,7 +30,7 @@ public:
     // Never null; L"" when no text was set.
     const wchar_t* GetMessage() const noexcept { return mText.c_str(); }
 
-private:
+  private:
     unsigned short mDomain = MESSAGE_DOMAIN_UNKNOWN;
     int mID = 0;
     std::wstring mText;
@@ -47,15 +47,14 @@ ZELVOR_BASE_API std::wstring ConcatenateWithDescription(const wchar_t* text, uns
 // The thrown form of a message tag T (Message or derived from it).
 template <class T>
 class ZELVOR_BASE_API ExceptionImpl : public T {
-public:
+  public:
     // Domain MESSAGE_DOMAIN_UNKNOWN, id -1, the text (empty for null).
     explicit ExceptionImpl(const wchar_t* text) {
         this->SetDomainAndID(MESSAGE_DOMAIN_UNKNOWN, -1);
         this->SetMessage(text);
     }
     // The same from a UTF-8 text, through UTF8ToWideChar(text, true).
-    explicit ExceptionImpl(const char* text)
-        : ExceptionImpl(UTF8ToWideChar(text, true).c_str()) {}
+    explicit ExceptionImpl(const char* text) : ExceptionImpl(UTF8ToWideChar(text, true).c_str()) {}
     // Id `code`; the text is `text`, a line feed and the system's description of
     // `code`. Should building that text fail, the failure is swallowed and the message
     // keeps no text, so that the exception itself can still be thrown.

@@ -10,11 +10,11 @@ namespace ZelvorBase {
 // Release gives one back; what happens at zero is the implementation's affair. The
 // destructor is protected: such objects are never deleted directly by their users.
 class ZELVOR_BASE_API ReferenceCounted {
-public:
+  public:
     virtual void AddRef() = 0;
     virtual void Release() = 0;
 
-protected:
+  protected:
     virtual ~ReferenceCounted();
 };
 
@@ -24,7 +24,7 @@ protected:
 // "move" is a copy, that is, a new reference.
 template <class T>
 class SmartPtrI {
-public:
+  public:
     SmartPtrI() noexcept : mPtr(nullptr) {}
     SmartPtrI(T* p) : mPtr(p) {  // NOLINT: implicit from a raw pointer by design
         if (mPtr != nullptr) {
@@ -33,6 +33,9 @@ public:
     }
     SmartPtrI(const SmartPtrI& other) : SmartPtrI(other.mPtr) {}
     SmartPtrI& operator=(const SmartPtrI& other) {
+        if (this == &other) {
+            return *this;
+        }
         if (other.mPtr != nullptr) {
             other.mPtr->AddRef();
         }
@@ -56,7 +59,7 @@ public:
     T& operator*() const noexcept { return *mPtr; }
     explicit operator bool() const noexcept { return mPtr != nullptr; }
 
-private:
+  private:
     T* mPtr;
 };
 
@@ -65,7 +68,7 @@ private:
 // low 32 bits are the error code; nothing is allocated after a refusal. MemoryTaken
 // follows once the allocation succeeded. Frees are never reported.
 class ZELVOR_BASE_API MemoryContract : public ReferenceCounted {
-public:
+  public:
     virtual long long RequestMemory(size_t bytes, int count) = 0;
     virtual void MemoryTaken(size_t bytes) = 0;
 };

@@ -9,25 +9,25 @@ namespace ZelvorBase {
 
 // An owned copy of a narrow text, handed back by value. A null argument gives "".
 class ZELVOR_BASE_API ReturnString {
-public:
+  public:
     explicit ReturnString(const char* text = nullptr);
     const char* c_str() const noexcept { return mText.c_str(); }
     // Length in bytes, without the terminator.
     size_t GetLength() const noexcept { return mText.size(); }
 
-private:
+  private:
     std::string mText;
 };
 
 // An owned copy of a wide text, handed back by value. A null argument gives L"".
 class ZELVOR_BASE_API ReturnWString {
-public:
+  public:
     explicit ReturnWString(const wchar_t* text = nullptr);
     const wchar_t* c_str() const noexcept { return mText.c_str(); }
     // Length in characters, without the terminator.
     size_t GetLength() const noexcept { return mText.size(); }
 
-private:
+  private:
     std::wstring mText;
 };
 

@@ -15,7 +15,7 @@ namespace ZelvorDataType {
 // Binary on the heap is deleted through its virtual destructor and frees its block; a
 // Binary placed in a Buffer is never deleted, and its block goes with the arena.
 class ZELVOR_DATATYPE_API Binary {
-public:
+  public:
     virtual ~Binary();
 
     // Makes the view `size` bytes long at the start of the block and fills it with a
@@ -62,7 +62,7 @@ public:
     // bytes. A `size` of 0 does nothing.
     virtual void ResetSize(size_t size) = 0;
 
-protected:
+  protected:
     Binary() = default;
     Binary(const Binary&) = default;
     Binary& operator=(const Binary&) = default;
@@ -72,7 +72,7 @@ protected:
 // themselves (by `new (buffer) BinaryImpl(...)` or on the stack); the factories below are
 // the usual way. Not copyable: it owns its block.
 class ZELVOR_DATATYPE_API BinaryImpl final : public Binary {
-public:
+  public:
     // An empty Binary drawing on `buffer`, or on the heap when it is null.
     explicit BinaryImpl(ZelvorBase::Buffer* buffer = nullptr) noexcept;
     // A Binary holding a copy of `size` bytes of `data` (zeros when `data` is null).
@@ -93,17 +93,17 @@ public:
     unsigned char* GiveUpBinary() override;
     void ResetSize(size_t size) override;
 
-private:
+  private:
     // Points the view at `size` bytes at the start of a block that holds them,
     // replacing the block when it is too small. False when the arena refused.
     bool Reserve(size_t size);
 
-    ZelvorBase::Buffer* mBuffer;            // fixed at construction; null means the heap
-    unsigned char* mOwnedBlock = nullptr;   // the block when it came from new[]
-    size_t mCapacity = 0;                   // size of the allocated block
-    unsigned char* mBlock = nullptr;        // start of the block, heap or arena
-    size_t mSize = 0;                       // length of the view
-    unsigned char* mData = nullptr;         // start of the view
+    ZelvorBase::Buffer* mBuffer;           // fixed at construction; null means the heap
+    unsigned char* mOwnedBlock = nullptr;  // the block when it came from new[]
+    size_t mCapacity = 0;                  // size of the allocated block
+    unsigned char* mBlock = nullptr;       // start of the block, heap or arena
+    size_t mSize = 0;                      // length of the view
+    unsigned char* mData = nullptr;        // start of the view
 };
 
 // Factories. With a Buffer, the object and its block come from the arena and must not

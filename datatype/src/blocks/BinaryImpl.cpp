@@ -16,7 +16,9 @@ BinaryImpl::BinaryImpl(const void* data, size_t size, ZelvorBase::Buffer* buffer
     SetBinary(data, size);
 }
 
-BinaryImpl::~BinaryImpl() { delete[] mOwnedBlock; }
+BinaryImpl::~BinaryImpl() {
+    delete[] mOwnedBlock;
+}
 
 bool BinaryImpl::Reserve(size_t size) {
     if (size <= mCapacity) {
@@ -84,11 +86,17 @@ bool BinaryImpl::operator<(const Binary& other) const {
     return order < 0 || (order == 0 && mSize < otherSize);
 }
 
-size_t BinaryImpl::GetSize() const { return mSize; }
+size_t BinaryImpl::GetSize() const {
+    return mSize;
+}
 
-unsigned char* BinaryImpl::c_ptr() const { return mSize == 0 ? nullptr : mData; }
+unsigned char* BinaryImpl::c_ptr() const {
+    return mSize == 0 ? nullptr : mData;
+}
 
-void BinaryImpl::ZapTail(size_t n) { mSize = n > mSize ? 0 : mSize - n; }
+void BinaryImpl::ZapTail(size_t n) {
+    mSize = n > mSize ? 0 : mSize - n;
+}
 
 void BinaryImpl::ZapHead(size_t n) {
     if (n > mSize) {

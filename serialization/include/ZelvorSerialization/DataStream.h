@@ -14,7 +14,7 @@ namespace ZelvorSerialization {
 // Header-only, so that value types can save themselves without a link dependency on
 // any implementation.
 class ZELVOR_SERIALIZATION_API WriteDataStream {
-public:
+  public:
     virtual ~WriteDataStream() = default;
     virtual int WriteInt(int value) = 0;
     virtual int WriteDateTime(const ZelvorDataType::DateTime& value) = 0;
@@ -25,7 +25,7 @@ public:
 // returns 0 on success; on failure it returns non-zero and should leave its output
 // untouched.
 class ZELVOR_SERIALIZATION_API ReadDataStream {
-public:
+  public:
     virtual ~ReadDataStream() = default;
     virtual int ReadInt(int* value) = 0;
     virtual int ReadDateTime(ZelvorDataType::DateTime& value) = 0;
