@@ -4,6 +4,8 @@
 // umbrella with it.
 #include <ZelvorBase/ZelvorBase.h>
 
+#include <ZelvorDataType/BigDecimal.h>
+#include <ZelvorDataType/BigInt.h>
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/Export.h>
