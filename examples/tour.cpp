@@ -1,5 +1,6 @@
 // A short tour of the library, built against the installed package.
 #include <cstdio>
+#include <initializer_list>
 #include <memory>
 #include <string>
 
@@ -35,9 +36,76 @@ void BinaryTour() {
                 Hex(*inArena).c_str());
 }
 
+// A budget that refuses its first request, as a contract manager under pressure would,
+// and grants the rest.
+class OnceRefusingContract : public ZelvorBase::MemoryContract {
+  public:
+    long long RequestMemory(size_t bytes, int /*count*/) override {
+        std::printf("  contract asked for %zu bytes: %s\n", bytes,
+                    mRefused ? "granted" : "refused");
+        if (!mRefused) {
+            mRefused = true;
+            return 12;  // ENOMEM
+        }
+        return 0;
+    }
+    void MemoryTaken(size_t /*bytes*/) override {}
+    void AddRef() override {}
+    void Release() override {}
+
+  private:
+    bool mRefused = false;
+};
+
+void CollectionsTour() {
+    std::puts("== Joining byte blocks under a memory contract ==");
+    using ZelvorDataType::BinaryCollection;
+    std::unique_ptr<BinaryCollection> parts(ZelvorDataType::CreateBinaryCollection());
+    for (const char* part : {"GET ", "/index", ".html", " HTTP/1.1"}) {
+        parts->Insert(ZelvorDataType::CreateBinary(part, std::char_traits<char>::length(part)));
+    }
+    OnceRefusingContract budget;
+    ZelvorBase::SmartPtrI<ZelvorBase::MemoryContract> contract(&budget);
+    for (int attempt = 1; attempt <= 2; ++attempt) {
+        try {
+            std::unique_ptr<BinaryCollection> joined(
+                ZelvorDataType::CombineBinaryCollectionGoverned(parts.get(), 12, contract));
+            for (unsigned int i = 0; i < joined->GetBinaryCount(); ++i) {
+                const ZelvorDataType::Binary* block = joined->GetBinary(i);
+                std::printf("  block %u: \"%.*s\"\n", i, static_cast<int>(block->GetSize()),
+                            reinterpret_cast<const char*>(block->c_ptr()));
+            }
+        } catch (const ZelvorBase::ExceptionImpl<ZelvorBase::ContractManagerAllocException>& e) {
+            std::printf("  attempt %d refused (code %d): %s\n", attempt, e.GetID(),
+                        ZelvorBase::WideCharToUTF8(e.GetMessage(), false).c_str());
+            std::printf("  the %u source blocks are untouched\n", parts->GetBinaryCount());
+        }
+    }
+}
+
+void CellFormatTour() {
+    std::puts("== Cell format values ==");
+    const _GUID currency = {0xC0FFEE, 1, 2, {3, 4, 5, 6, 7, 8, 9, 10}};
+    ZelvorDataType::CellFmtStruct format;
+    format.mNumberFormat = L"#,##0.00";
+    ZelvorDataType::CellFmtData price(1234.5, CELLFMT_TYPE_DEFAULT, currency);
+    price.PutCellFmtStructPtr(&format);
+    unsigned char saved[ZelvorDataType::CellFmtData::kSavedSize];
+    price.SaveObj(sizeof saved, saved, 0);
+    ZelvorDataType::CellFmtData loaded;
+    loaded.LoadObj(sizeof saved, saved);
+    std::printf(
+        "  %.2f with format \"%s\", saved in %zu bytes and loaded back: %s\n", loaded.GetValue(),
+        ZelvorBase::WideCharToUTF8(loaded.GetCellFmtStructPtr()->mNumberFormat.c_str(), false)
+            .c_str(),
+        sizeof saved, loaded == price ? "equal" : "different");
+}
+
 }  // namespace
 
 int main() {
     BinaryTour();
+    CollectionsTour();
+    CellFormatTour();
     return 0;
 }

@@ -7,7 +7,11 @@
 #include <ZelvorDataType/BigDecimal.h>
 #include <ZelvorDataType/BigInt.h>
 #include <ZelvorDataType/Binary.h>
+#include <ZelvorDataType/BinaryCollection.h>
+#include <ZelvorDataType/CellFmtData.h>
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/Export.h>
+#include <ZelvorDataType/ReferenceCountedObjectCollection.h>
+#include <ZelvorDataType/StringCollection.h>
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/WideText.h>
