@@ -14,4 +14,5 @@
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
 #include <ZelvorDataType/TimeSpan.h>
+#include <ZelvorDataType/Variant.h>
 #include <ZelvorDataType/WideText.h>
