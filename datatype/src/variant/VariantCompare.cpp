@@ -2,7 +2,6 @@
 
 #include <ZelvorDataType/Variant.h>
 
-#include <algorithm>
 #include <cwchar>
 
 #include "variant/VariantAccess.h"
@@ -188,8 +187,9 @@ bool Variant::operator<(const Variant& other) {
         case VARIANT_WSTRING: {
             const WideText& a = *VariantAccess::Text(*this);
             const WideText& b = *VariantAccess::Text(other);
-            // wchar_t values compared as numbers, the shorter text first on a tie.
-            return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end());
+            // The characters compared as wchar_t numbers over the shorter length, then the
+            // shorter text first: the string's own compare.
+            return a.compare(b) < 0;
         }
         case VARIANT_BINARY:
             return *VariantAccess::Block(*this) < *VariantAccess::Block(other);

@@ -188,7 +188,7 @@ Variant::Variant(const Variant& other)
 }
 
 Variant::~Variant() {
-    Reset();
+    FreeValue(mType, mValue, mBuffer);
 }
 
 void Variant::Reset() noexcept {
