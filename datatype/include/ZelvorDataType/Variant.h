@@ -111,7 +111,8 @@ class ZELVOR_DATATYPE_API Variant {
     // without a throw.
     Variant(const BigDecimal& value, ZelvorBase::Buffer* buffer = nullptr);
     // Tag 11: a copy of the view of `value` (its bytes between the trims, not the
-    // block behind them). `value` must not be null.
+    // block behind them). A null `value` is taken as an empty block. With a Buffer that
+    // refuses the bytes (but not the object) the block is empty, as CreateBinary makes it.
     Variant(const Binary* value, ZelvorBase::Buffer* buffer = nullptr);
     // Tag 31: a copy; the format record it points to is shared, not copied.
     Variant(const CellFmtData& value, ZelvorBase::Buffer* buffer = nullptr);
@@ -152,8 +153,8 @@ class ZELVOR_DATATYPE_API Variant {
     void SetTime(const DateTime& value);
     // Tag 30, a copy bound to this object's Buffer, its state (invalid, empty) included.
     Variant& operator=(const BigDecimal& value);
-    // Tag 11, a copy of the view of `value`, which must not be null. Under a contract
-    // it asks for value->GetSize() bytes.
+    // Tag 11, a copy of the view of `value` (null: an empty block). Under a contract it
+    // asks for value->GetSize() bytes (0 for an empty or null block).
     Variant& operator=(const Binary* value);
     // Tag 31, a copy.
     Variant& operator=(const CellFmtData& value);
