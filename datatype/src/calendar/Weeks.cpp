@@ -12,33 +12,50 @@ namespace ZelvorDataType {
 using internal::kMsPerDay;
 using internal::kMsPerWeek;
 
-void DateTime::SetWeekAndDayOfWeek() const noexcept {
-    if (internal::FieldsInRange(mYear, mMonth, mDay, mHour, mMinute, mSecond)) {
-        // The weekday of a real date is plain arithmetic; the platform would give the
-        // same answer through the year of the same pattern, at a hundred times the cost.
-        mDayOfWeek =
-            static_cast<short>(internal::DayOfWeek(internal::YmdToDays(mYear, mMonth, mDay)));
+namespace {
+
+// Fills the week and day-of-week caches from the fields. A file-local function rather
+// than a call to the exported member, so that the getters reach it directly.
+void FillWeekCaches(unsigned short year, short month, short day, short hour, short minute,
+                    short second, short& week, short& dayOfWeek) {
+    if (internal::FieldsInRange(year, month, day, hour, minute, second)) {
+        // The weekday of a real date is plain arithmetic; the platform gives the same
+        // answer through the year of the same pattern, at many times the cost.
+        dayOfWeek = static_cast<short>(internal::DayOfWeek(internal::YmdToDays(year, month, day)));
     } else {
         // Fields out of range (a refused load, say) are the platform's to normalise.
         tm broken{};
-        if (static_cast<int32_t>(mktime(broken)) == -1) {
+        broken.tm_year = internal::YearOfSamePattern(year) - 1900;
+        broken.tm_mon = month - 1;
+        broken.tm_mday = day;
+        broken.tm_hour = hour;
+        broken.tm_min = minute;
+        broken.tm_sec = second;
+        broken.tm_isdst = -1;
+        if (static_cast<int32_t>(::mktime(&broken)) == -1) {
             return;
         }
-        mDayOfWeek = static_cast<short>(broken.tm_wday);
+        dayOfWeek = static_cast<short>(broken.tm_wday);
     }
-    mWeek = static_cast<short>(internal::WeekOfMonth(mDay, mDayOfWeek));
+    week = static_cast<short>(internal::WeekOfMonth(day, dayOfWeek));
+}
+
+}  // namespace
+
+void DateTime::SetWeekAndDayOfWeek() const noexcept {
+    FillWeekCaches(mYear, mMonth, mDay, mHour, mMinute, mSecond, mWeek, mDayOfWeek);
 }
 
 int DateTime::GetWeek() const noexcept {
     if (mWeek == -1) {
-        SetWeekAndDayOfWeek();
+        FillWeekCaches(mYear, mMonth, mDay, mHour, mMinute, mSecond, mWeek, mDayOfWeek);
     }
     return mWeek;
 }
 
 int DateTime::GetDayOfWeek() const noexcept {
     if (mDayOfWeek == -1) {
-        SetWeekAndDayOfWeek();
+        FillWeekCaches(mYear, mMonth, mDay, mHour, mMinute, mSecond, mWeek, mDayOfWeek);
     }
     return mDayOfWeek;
 }
