@@ -195,7 +195,12 @@ class ZELVOR_DATATYPE_API BigDecimal {
 
   private:
     // Throws "Invalid BigDecimal" unless the value is valid.
-    void CheckValid() const;
+    void CheckValid() const {
+        if (IsInvalid()) {
+            ThrowInvalid();
+        }
+    }
+    [[noreturn]] static void ThrowInvalid();
     // A new value from this value's Buffer holding `op` of the two operands.
     BigDecimalHandle Combine(int op, const BigDecimal& other, int resultScale,
                              int divisionScale) const;

@@ -145,6 +145,13 @@ class ZELVOR_DATATYPE_API BigInt {
                                 int m);
 
   private:
+    // The digit array, or "" for a zero that has none.
+    const char* DigitText() const noexcept { return mDigits != nullptr ? mDigits : ""; }
+
+    // Builds a result from digits that are known to be digits: the zeros in front are
+    // dropped, nothing else is looked at.
+    static BigInt* FromDigits(const char* digits, int length, int sign, ZelvorBase::Buffer* buffer);
+
     // A copy of `source` with `pad` '0' digits appended and the sign `sign`.
     static BigInt* ClonePadded(const BigInt& source, int pad, int sign, ZelvorBase::Buffer* buffer);
 
