@@ -22,13 +22,9 @@ namespace ZelvorDataType {
 // caller's affair. The texts live on the heap and are freed with the record.
 struct ZELVOR_DATATYPE_API CellFmtStruct {
     // Every field at the default given beside it. Throws std::bad_alloc if a text
-    // cannot be made, having freed the texts made before.
+    // cannot be made, having freed the texts made before. Copies, moves and the
+    // destructor are the implicit ones: field by field.
     CellFmtStruct();
-    ~CellFmtStruct();
-    CellFmtStruct(const CellFmtStruct&);
-    CellFmtStruct& operator=(const CellFmtStruct&);
-    CellFmtStruct(CellFmtStruct&&) noexcept;
-    CellFmtStruct& operator=(CellFmtStruct&&) noexcept;
 
     // True when every field matches. Fields are compared in the order mNumberFormat,
     // mCategory, mTextA, mTextB, mWordA, mWordB, mFlagA, mCodeB, mCodeA, mTextC, mCodeC,

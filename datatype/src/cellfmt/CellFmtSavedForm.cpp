@@ -13,15 +13,18 @@ namespace ZelvorDataType {
 
 namespace {
 
-constexpr size_t kValueAt = 0;
-constexpr size_t kPointerAt = 8;
-constexpr size_t kTypeAt = 16;
-constexpr size_t kFmtIDAt = 20;
-constexpr size_t kWrittenSize = 36;
+struct Field {
+    size_t offset;
+    size_t size;
+};
+constexpr Field kValue = {0, 8};
+constexpr Field kPointer = {8, 8};
+constexpr Field kType = {16, 4};
+constexpr Field kFmtID = {20, 16};
 
-static_assert(sizeof(double) == 8 && sizeof(CellFmtStruct*) == 8 && sizeof(_GUID) == 16);
-static_assert(kFmtIDAt + sizeof(_GUID) == kWrittenSize);
-static_assert(kWrittenSize <= CellFmtData::kSavedSize);
+static_assert(sizeof(double) == kValue.size && sizeof(void*) == kPointer.size);
+static_assert(sizeof(EnumCellFmtDataTypes) == kType.size && sizeof(_GUID) == kFmtID.size);
+static_assert(kFmtID.offset + kFmtID.size + 4 == CellFmtData::kSavedSize);
 
 }  // namespace
 
@@ -30,10 +33,10 @@ int CellFmtData::SaveObj(unsigned int size, void* buffer, int /*flags*/) const n
         return -1;
     }
     auto* out = static_cast<unsigned char*>(buffer);
-    std::memcpy(out + kValueAt, &mValue, sizeof mValue);
-    std::memcpy(out + kPointerAt, &mFmtStruct, sizeof mFmtStruct);
-    std::memcpy(out + kTypeAt, &mType, sizeof mType);
-    std::memcpy(out + kFmtIDAt, &mFmtID, sizeof mFmtID);
+    std::memcpy(out + kValue.offset, &mValue, kValue.size);
+    std::memcpy(out + kPointer.offset, &mFmtStruct, kPointer.size);
+    std::memcpy(out + kType.offset, &mType, kType.size);
+    std::memcpy(out + kFmtID.offset, &mFmtID, kFmtID.size);
     return 0;
 }
 
@@ -44,10 +47,10 @@ int CellFmtData::LoadObj(unsigned int size, void* buffer) noexcept {
     // Byte copies: the buffer need not be aligned, and every bit pattern is a valid
     // double, pointer value, type code (the enumeration spans all of int) and identifier.
     const auto* in = static_cast<const unsigned char*>(buffer);
-    std::memcpy(&mValue, in + kValueAt, sizeof mValue);
-    std::memcpy(&mFmtStruct, in + kPointerAt, sizeof mFmtStruct);
-    std::memcpy(&mType, in + kTypeAt, sizeof mType);
-    std::memcpy(&mFmtID, in + kFmtIDAt, sizeof mFmtID);
+    std::memcpy(&mValue, in + kValue.offset, kValue.size);
+    std::memcpy(&mFmtStruct, in + kPointer.offset, kPointer.size);
+    std::memcpy(&mType, in + kType.offset, kType.size);
+    std::memcpy(&mFmtID, in + kFmtID.offset, kFmtID.size);
     return 0;
 }
 

@@ -5,11 +5,6 @@ namespace ZelvorDataType {
 // The defaults sit beside the fields. Should a text fail to allocate, the texts built
 // before it are destroyed as members of a half-built object, so nothing leaks.
 CellFmtStruct::CellFmtStruct() = default;
-CellFmtStruct::~CellFmtStruct() = default;
-CellFmtStruct::CellFmtStruct(const CellFmtStruct&) = default;
-CellFmtStruct& CellFmtStruct::operator=(const CellFmtStruct&) = default;
-CellFmtStruct::CellFmtStruct(CellFmtStruct&&) noexcept = default;
-CellFmtStruct& CellFmtStruct::operator=(CellFmtStruct&&) noexcept = default;
 
 bool CellFmtStruct::operator==(const CellFmtStruct& other) const {
     // The order is the one documented; text equality already tests lengths first.

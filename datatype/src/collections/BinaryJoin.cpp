@@ -93,7 +93,7 @@ BinaryCollection* hCombineBinaryCollection(
         std::unique_ptr<Binary> block = NewBlock(contract.Get(), sum);
         CopyBlocks(*collection, start, end, *block);
         result->Insert(block.get());
-        block.release();
+        static_cast<void>(block.release());  // the result owns it now
         start = end;
     }
     return result.release();

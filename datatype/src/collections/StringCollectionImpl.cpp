@@ -42,7 +42,7 @@ StringCollectionImpl::~StringCollectionImpl() = default;
 void StringCollectionImpl::Insert(const wchar_t* text) {
     std::unique_ptr<wchar_t[]> copy = CopyText(text);
     mStrings.push_back(copy.get());
-    copy.release();
+    static_cast<void>(copy.release());  // the list owns it now
 }
 
 void StringCollectionImpl::Insert(const StringCollection& other) {
@@ -54,7 +54,7 @@ void StringCollectionImpl::Insert(const StringCollection& other) {
     for (size_t index = 0; index < other.GetCount(); ++index) {
         std::unique_ptr<wchar_t[]> copy = CopyText(other.GetString(index));
         copies.push_back(copy.get());
-        copy.release();
+        static_cast<void>(copy.release());  // the guard frees it from now on
     }
     // Appending plain pointers either happens whole or throws with mStrings untouched.
     mStrings.insert(mStrings.end(), copies.begin(), copies.end());
