@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <memory>
 
@@ -31,7 +30,6 @@ TEST(VariantConvert, NumericCastsNeverFail) {
         double d;
     } cases[] = {
         {"int -1", Variant(-1), -1, -1, 4294967295U, -1, -1.0F, -1.0},
-        {"int 65537", Variant(65537), 1, 65537, 65537U, 65537, 65537.0F, 65537.0},
         {"unsigned max", Variant(4294967295U), -1, -1, 4294967295U, 4294967295LL, 4294967296.0F,
          4294967295.0},
         {"short -1", Variant(static_cast<short>(-1)), -1, -1, 4294967295U, -1, -1.0F, -1.0},
@@ -44,10 +42,8 @@ TEST(VariantConvert, NumericCastsNeverFail) {
         {"double 3e9", Variant(3e9), 24064, -1294967296, 3000000000U, 3000000000LL, 3e9F, 3e9},
         {"double 1e30 saturates", Variant(1e30), -1, -1, 4294967295U, kMax64, 1e30F, 1e30},
         {"double 0.1", Variant(0.1), 0, 0, 0U, 0, 0.1F, 0.1},
-        {"float 2.5", Variant(2.5F), 2, 2, 2U, 2, 2.5F, 2.5},
         {"text 42", Variant(L"42"), 0, 42, 0U, 0, 0.0F, 0.0},
         {"text  -42abc", Variant(" -42abc"), 0, -42, 0U, 0, 0.0F, 0.0},
-        {"text abc", Variant("abc"), 0, 0, 0U, 0, 0.0F, 0.0},
         {"text, low 32 bits", Variant("99999999999"), 0, 1215752191, 0U, 0, 0.0F, 0.0},
         {"empty", Variant(), 0, 0, 0U, 0, 0.0F, 0.0},
         {"date", Variant(DateTime(2024, 1, 2)), 0, 0, 0U, 0, 0.0F, 0.0},
@@ -73,47 +69,38 @@ TEST(VariantConvert, NumericCastsNeverFail) {
 }
 
 TEST(VariantConvert, StrictCastsCheckTheTag) {
+    const DateTime stored(2024, 3, 5, 7, 8, 9, 12);
+    const CellFmtData cell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
     const unsigned char bytes[] = {7};
     std::unique_ptr<ZelvorDataType::Binary> block(ZelvorDataType::CreateBinary(bytes, 1));
-    const CellFmtData cell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
-    const Variant empty;
-    const Variant number(5);
-    const Variant blockValue(block.get());
-    const Variant decimal(BigDecimal("1.50"));
-    const Variant cellValue(cell);
-    const struct {
-        std::function<void(const Variant&)> cast;
-        Variant right;
-        const wchar_t* error;
-    } cases[] = {
-        {[](const Variant& v) { (void)v.ToBinary(); }, blockValue,
-         L"Cannot convert to Binary type"},
-        {[](const Variant& v) { (void)v.ToDateTime(); }, VariantTest::Date(DateTime(2024, 1, 2)),
-         L"Cannot convert to DateTime type"},
-        {[](const Variant& v) { (void)static_cast<DateTime>(v); }, Variant(DateTime(2024, 1, 2)),
-         L"Cannot convert to DateTime type"},
-        {[](const Variant& v) { (void)v.ToBigDecimal(); }, decimal,
-         L"Cannot convert to BigDecimal type"},
-        {[](const Variant& v) { (void)static_cast<CellFmtData>(v); }, cellValue,
-         L"Cannot convert to CellFmtData type"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Thrown([&] { c.cast(empty); }), c.error);
-        EXPECT_EQ(Thrown([&] { c.cast(number); }), c.error);
-        EXPECT_EQ(Thrown([&] { c.cast(cellValue); }) == L"", c.right.GetVarType() == 31);
-        EXPECT_EQ(Thrown([&] { c.cast(c.right); }), L"");
+    const Variant values[] = {Variant(),
+                              Variant(5),
+                              Variant(block.get()),
+                              Variant(stored),
+                              VariantTest::Date(stored),
+                              VariantTest::Time(stored),
+                              Variant(BigDecimal("1.50")),
+                              Variant(cell)};
+    for (const Variant& v : values) {
+        const int tag = v.GetVarType();
+        const bool isDate = tag == 14 || tag == 15 || tag == 16;
+        const auto expect = [&](bool right, const wchar_t* error, auto cast) {
+            EXPECT_EQ(Thrown([&] { cast(); }), right ? L"" : error) << tag;
+        };
+        expect(tag == 11, L"Cannot convert to Binary type", [&] { (void)v.ToBinary(); });
+        expect(isDate, L"Cannot convert to DateTime type", [&] { (void)v.ToDateTime(); });
+        expect(isDate, L"Cannot convert to DateTime type", [&] { (void)static_cast<DateTime>(v); });
+        expect(tag == 30, L"Cannot convert to BigDecimal type", [&] { (void)v.ToBigDecimal(); });
+        expect(tag == 31, L"Cannot convert to CellFmtData type",
+               [&] { (void)static_cast<CellFmtData>(v); });
+        if (isDate) {  // every date tag gives back the whole stored value
+            EXPECT_TRUE(*v.ToDateTime() == stored) << tag;
+            EXPECT_TRUE(static_cast<DateTime>(v) == stored) << tag;
+        }
     }
-    EXPECT_TRUE(*blockValue.ToBinary() == *block);
-    EXPECT_EQ(decimal.ToBigDecimal()->Scale(), 2);
-    EXPECT_TRUE(static_cast<CellFmtData>(cellValue) == cell);
-
-    // Every date tag gives back the whole stored value.
-    const DateTime stored(2024, 3, 5, 7, 8, 9, 12);
-    for (const Variant& v :
-         {VariantTest::Date(stored), VariantTest::Time(stored), Variant(stored)}) {
-        EXPECT_TRUE(*v.ToDateTime() == stored) << v.GetVarType();
-        EXPECT_TRUE(static_cast<DateTime>(v) == stored) << v.GetVarType();
-    }
+    EXPECT_TRUE(*values[2].ToBinary() == *block);
+    EXPECT_EQ(values[6].ToBigDecimal()->Scale(), 2);
+    EXPECT_TRUE(static_cast<CellFmtData>(values[7]) == cell);
 }
 
 }  // namespace

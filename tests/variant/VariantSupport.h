@@ -25,24 +25,14 @@ std::wstring Thrown(F&& f) {
     return L"";
 }
 
-inline ZelvorDataType::Variant Date(const ZelvorDataType::DateTime& value) {
+// Tag 14 (a date) or 15 (a time) holding `value`.
+inline ZelvorDataType::Variant Date(const ZelvorDataType::DateTime& value, bool time = false) {
     ZelvorDataType::Variant v;
-    v.SetDate(value);
+    time ? v.SetTime(value) : v.SetDate(value);
     return v;
 }
-
 inline ZelvorDataType::Variant Time(const ZelvorDataType::DateTime& value) {
-    ZelvorDataType::Variant v;
-    v.SetTime(value);
-    return v;
-}
-
-inline std::string Narrow(const ZelvorBase::ReturnString& text) {
-    return text.c_str();
-}
-
-inline std::wstring Wide(const ZelvorBase::ReturnWString& text) {
-    return text.c_str();
+    return Date(value, true);
 }
 
 }  // namespace VariantTest
