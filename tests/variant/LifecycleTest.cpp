@@ -116,7 +116,7 @@ TEST(VariantLifecycle, RefusalThrowsAndLeavesEmpty) {
     Variant source(&contract);
     source = L"text";
     // The copy takes the source's contract, which refuses.
-    EXPECT_EQ(Thrown([&] { Variant copy(source); }), L"Not enough memory left.");
+    EXPECT_EQ(Thrown([&] { (void)Variant(source); }), L"Not enough memory left.");
     EXPECT_EQ(contract.refs, 1);  // the failed copy gave its reference back
 }
 

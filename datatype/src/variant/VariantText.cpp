@@ -54,10 +54,8 @@ bool FormatNumber(const Variant& v, bool general, Char (&out)[kNumberChars]) {
     const std::uint64_t slot = VariantAccess::AsScalar(v).slot;
     switch (v.GetVarType()) {
         case VARIANT_INT:
-            Emit(out, "%d", L"%d", ReadSlot<int>(slot));
-            return true;
         case VARIANT_UNSIGNED:
-            // The same 32 bits as a signed number: 4294967295 prints as -1.
+            // An unsigned int prints its 32 bits as a signed number: 4294967295 gives -1.
             Emit(out, "%d", L"%d", ReadSlot<int>(slot));
             return true;
         case VARIANT_SHORT:
