@@ -184,6 +184,13 @@ Variant::Variant(const CellFmtData& value, Buffer* buffer) : Variant(buffer) {
 
 Variant::Variant(const Variant& other)
     : mType(VARIANT_EMPTY), mValue(0), mBuffer(other.mBuffer), mContract(other.mContract) {
+    // A number or an empty value is its slot: copied here without the detour through
+    // the assignment, which the numeric copies would otherwise pay for.
+    if (other.mType == VARIANT_EMPTY || internal::IsNumericTag(other.mType)) {
+        CopyBits(mValue, other.mValue, SlotWidth(other.mType));
+        mType = other.mType;
+        return;
+    }
     *this = other;
 }
 
