@@ -326,6 +326,27 @@ class ZELVOR_DATATYPE_API DateTime {
     int LoadObj(unsigned int size, void* buffer, bool lenient) noexcept;
 
   private:
+    // Fields already known to be in range, stored as they are with both caches not
+    // computed and zone words 0; for the library's own conversions, which would
+    // otherwise pay for a Sanitize that can change nothing.
+    struct InRange {};
+    DateTime(InRange, int year, int month, int day, int hour, int minute, int second,
+             int millisecond) noexcept
+        : mYear(static_cast<unsigned short>(year)),
+          mMonth(static_cast<short>(month)),
+          mDay(static_cast<short>(day)),
+          mHour(static_cast<short>(hour)),
+          mMinute(static_cast<short>(minute)),
+          mSecond(static_cast<short>(second)),
+          mMillisecond(static_cast<short>(millisecond)),
+          mWeek(-1),
+          mDayOfWeek(-1),
+          mZoneMinutes(0),
+          mZoneSpare(0) {}
+    // The result of a zone conversion from fields the platform gave.
+    static DateTime FromPlatformFields(int year, int month, int day, int hour, int minute,
+                                       int second, int millisecond) noexcept;
+
     unsigned short mYear;
     short mMonth;
     short mDay;

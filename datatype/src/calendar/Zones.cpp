@@ -22,6 +22,16 @@ constexpr long long kSecondsPerDay = 86400;
 
 }  // namespace
 
+DateTime DateTime::FromPlatformFields(int year, int month, int day, int hour, int minute,
+                                      int second, int millisecond) noexcept {
+    // The platform's fields are in range (bar a leap second), so only milliseconds that
+    // came in out of range need the clamping constructor.
+    if (second < 60 && millisecond >= 0 && millisecond <= 999) {
+        return DateTime(InRange{}, year, month, day, hour, minute, second, millisecond);
+    }
+    return DateTime(year, month, day, hour, minute, second, millisecond, 0, 0);
+}
+
 int DateTime::YearOfSamePattern(int year) noexcept {
     return internal::YearOfSamePattern(year);
 }
@@ -94,23 +104,36 @@ DateTime DateTime::ToUTCTime() const noexcept {
     // The pattern year and the real year differ by a constant, which also holds when the
     // conversion crosses New Year; mYear + difference wraps in 16 bits.
     const int hourMinuteSecond = static_cast<int>(secondOfDay);
-    return DateTime(mYear + (year - 1900 - local.tm_year), month, day, hourMinuteSecond / 3600,
-                    hourMinuteSecond % 3600 / 60, hourMinuteSecond % 60, mMillisecond, 0, 0);
+    return FromPlatformFields(mYear + (year - 1900 - local.tm_year), month, day,
+                              hourMinuteSecond / 3600, hourMinuteSecond % 3600 / 60,
+                              hourMinuteSecond % 60, mMillisecond);
 }
 
 DateTime DateTime::ToLocalTime() const noexcept {
     const int patternYear = internal::YearOfSamePattern(mYear);
-    DateTime scratch(*this);
-    scratch.mYear = static_cast<unsigned short>(patternYear);
-    scratch.mMillisecond = 0;
-    const time_t seconds = (ToMilliseconds(scratch) - internal::kUnixEpochMs) / 1000;
+    // The fields read as UTC in the pattern year, as seconds since 1970 with the
+    // milliseconds dropped. Fields in range are read as they stand; others (only a
+    // refused load leaves them) first go through a clamping copy.
+    time_t seconds;
+    if (internal::FieldsInRange(mYear, mMonth, mDay, mHour, mMinute, mSecond)) {
+        seconds = (internal::YmdToDays(static_cast<unsigned>(patternYear), mMonth, mDay) -
+                   internal::kUnixEpochDayNumber) *
+                      kSecondsPerDay +
+                  mHour * 3600LL + mMinute * 60LL + mSecond;
+    } else {
+        DateTime scratch(*this);
+        scratch.mYear = static_cast<unsigned short>(patternYear);
+        scratch.mMillisecond = 0;
+        seconds = (ToMilliseconds(scratch) - internal::kUnixEpochMs) / 1000;
+    }
     tm local{};
     if (localtime_r(&seconds, &local) == nullptr) {
         // Not reached for pattern years; keep the fields rather than invent a date.
         return DateTime(*this);
     }
-    return DateTime(mYear + (local.tm_year + 1900 - patternYear), local.tm_mon + 1, local.tm_mday,
-                    local.tm_hour, local.tm_min, local.tm_sec, mMillisecond, 0, 0);
+    return FromPlatformFields(mYear + (local.tm_year + 1900 - patternYear), local.tm_mon + 1,
+                              local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec,
+                              mMillisecond);
 }
 
 int DateTime::GetTimeZoneBias() const noexcept {
