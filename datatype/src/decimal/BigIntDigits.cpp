@@ -6,11 +6,16 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 #include "decimal/DigitWords.h"
 
 namespace ZelvorDataType {
+
+// Sign, length and leading-zero count, then the two pointers: the record keeps its
+// order and its size on the 64-bit targets we build for.
+static_assert(std::is_standard_layout_v<BigInt> && sizeof(BigInt) == 32);
 
 namespace {
 
