@@ -8,4 +8,5 @@ void CellFormatTour();
 void CalendarTour();
 void RelativeTimeTour();
 void DecimalTour();
+void VariantTour();
 }  // namespace ZelvorTour

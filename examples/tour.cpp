@@ -9,5 +9,6 @@ int main() {
     ZelvorTour::CalendarTour();
     ZelvorTour::RelativeTimeTour();
     ZelvorTour::DecimalTour();
+    ZelvorTour::VariantTour();
     return 0;
 }

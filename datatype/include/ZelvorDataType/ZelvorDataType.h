@@ -14,5 +14,6 @@
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
 #include <ZelvorDataType/TimeSpan.h>
+#include <ZelvorDataType/Variant.h>
 #include <ZelvorDataType/WideText.h>
 #include <ZelvorDataType/ZelvorTime.h>
