@@ -7,5 +7,6 @@
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/Export.h>
+#include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/WideText.h>
