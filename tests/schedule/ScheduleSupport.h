@@ -1,8 +1,9 @@
 #pragma once
 
 // Helpers shared by the schedule suites: a builder for the 23 parameters, short texts
-// for dates, and a scope that pins the process zone.
+// for dates and lists of them, and a scope that pins the process zone.
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -24,7 +25,7 @@ constexpr RECURRENCE NONE = RECURRENCE_NONE;
 struct S {
     RECURRENCE rec[9] = {NONE, NONE, NONE, NONE, NONE, NONE, NONE, NONE, NONE};
     int val[9] = {};
-    int window[5] = {-1, -1, -1, -1, -1};
+    int win[5] = {-1, -1, -1, -1, -1};
 
     S& Set(int i, RECURRENCE r, int v) { return rec[i] = r, val[i] = v, *this; }
     S& Year(RECURRENCE r, int v) { return Set(0, r, v); }
@@ -37,18 +38,15 @@ struct S {
     S& Second(RECURRENCE r, int v) { return Set(7, r, v); }
     S& Ms(RECURRENCE r, int v) { return Set(8, r, v); }
     // A fixed time of day, seconds and milliseconds 0.
-    S& At(int hour, int minute) {
-        return Hour(FIXED, hour).Minute(FIXED, minute).Second(FIXED, 0).Ms(FIXED, 0);
-    }
+    S& At(int h, int m) { return Hour(FIXED, h).Minute(FIXED, m).Second(FIXED, 0).Ms(FIXED, 0); }
     S& Window(int hs, int ms, int he, int me, int step) {
-        window[0] = hs, window[1] = ms, window[2] = he, window[3] = me, window[4] = step;
-        return *this;
+        return win[0] = hs, win[1] = ms, win[2] = he, win[3] = me, win[4] = step, *this;
     }
     std::unique_ptr<TimeSeriesImpl> Make() const {
-        return std::make_unique<TimeSeriesImpl>(
-            rec[0], val[0], rec[1], val[1], rec[2], val[2], rec[3], val[3], rec[4], val[4], rec[5],
-            val[5], rec[6], val[6], rec[7], val[7], rec[8], val[8], window[0], window[1], window[2],
-            window[3], window[4]);
+        return std::make_unique<TimeSeriesImpl>(rec[0], val[0], rec[1], val[1], rec[2], val[2],
+                                                rec[3], val[3], rec[4], val[4], rec[5], val[5],
+                                                rec[6], val[6], rec[7], val[7], rec[8], val[8],
+                                                win[0], win[1], win[2], win[3], win[4]);
     }
 };
 
@@ -59,23 +57,27 @@ inline DateTime T(const char* text) {
     return DateTime(y, mo, d, h, mi, s, ms);
 }
 
-// The short form T reads: seconds and milliseconds only when not 0.
+// The form T reads, seconds and milliseconds only when not 0.
 inline std::string Text(const DateTime& value) {
-    std::string text = value.ToString().c_str();
-    if (text.compare(text.size() - 7, 7, ":00.000") == 0) {
-        text.resize(text.size() - 7);
-    } else if (text.compare(text.size() - 4, 4, ".000") == 0) {
-        text.resize(text.size() - 4);
-    }
-    return text;
+    const std::string text = value.ToString().c_str();
+    const size_t dot = text.size() - 4;
+    return text.substr(dot) != ".000"         ? text
+           : text.substr(dot - 3, 3) == ":00" ? text.substr(0, dot - 3)
+                                              : text.substr(0, dot);
 }
 
-inline std::vector<std::string> Texts(const DateTime* points, unsigned int n) {
-    std::vector<std::string> texts;
-    for (unsigned int i = 0; i < n; ++i) {
-        texts.push_back(Text(points[i]));
+// Points as one text: "2010-03-02 10:30, 2010-03-03 10:30".
+inline std::string Join(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const std::string& t : texts) {
+        joined += (joined.empty() ? "" : ", ") + t;
     }
-    return texts;
+    return joined;
+}
+inline std::string Join(const DateTime* points, unsigned int n) {
+    std::vector<std::string> texts(n);
+    std::transform(points, points + n, texts.begin(), Text);
+    return Join(texts);
 }
 
 // Pins the process zone for one scope.
@@ -93,28 +95,23 @@ class ZoneScope {
     }
 };
 
-// GetNextNTimePoints from `start` (and `from`, when given) as texts.
-inline std::vector<std::string> Next(const TimeSeries& s, const char* start, unsigned int n,
-                                     const char* from = nullptr) {
+// GetNextNTimePoints from `start` (and `from`, when given).
+inline std::string Next(const TimeSeries& s, const char* start, unsigned int n,
+                        const char* from = nullptr) {
     std::vector<DateTime> points(n, DateTime(0.0));
     const unsigned int got = from == nullptr
                                  ? s.GetNextNTimePoints(T(start), n, points.data())
                                  : s.GetNextNTimePoints(T(start), T(from), n, points.data());
-    return Texts(points.data(), got);
+    return Join(points.data(), got);
 }
 
-// GetAllTimePoints as texts; `capacity` receives the array's size when known (it is
-// read through the entries past the points, which must hold the empty date).
-inline std::vector<std::string> All(const TimeSeries& s, const char* start, const char* end,
-                                    bool* delivered = nullptr) {
+// GetAllTimePoints; "(no array)" when `points` was left alone.
+inline std::string All(const TimeSeries& s, const char* start, const char* end) {
     DateTime* points = nullptr;
     const unsigned int got = s.GetAllTimePoints(T(start), T(end), points);
-    std::vector<std::string> texts = Texts(points, got);
-    if (delivered != nullptr) {
-        *delivered = points != nullptr;
-    }
+    const std::string joined = points == nullptr ? "(no array)" : Join(points, got);
     delete[] points;
-    return texts;
+    return joined;
 }
 
 }  // namespace ScheduleTest
