@@ -38,6 +38,29 @@ void BinaryTour() {
                 Hex(*inArena).c_str());
 }
 
+void CalendarTour() {
+    using ZelvorDataType::DateTime;
+    using ZelvorDataType::TimeSpan;
+    std::puts("\n== Calendar time ==");
+    // One instant in UTC, read in three zones, and a date far outside the platform's
+    // years, which goes through a year of the same calendar pattern.
+    const DateTime call(2024, 7, 1, 15, 30);
+    const DateTime coronation(1066, 12, 25, 12, 0);
+    std::printf("%-17s %-23s   %s\n", "local time in", "of 2024-07-01 15:30 UTC",
+                "of 1066-12-25 12:00 UTC");
+    for (const char* zone : {"America/New_York", "Europe/Berlin", "Asia/Tokyo"}) {
+        setenv("TZ", zone, 1);
+        tzset();
+        std::printf("%-17s %s   %s\n", zone, call.ToLocalTime().ToString().c_str(),
+                    coronation.ToLocalTime().ToString().c_str());
+    }
+    const DateTime friday(2024, 1, 5, 10);
+    const DateTime due = friday.Add(TimeSpan(3, 0, 0, 0, 0));
+    std::printf("%s plus 3 working days is %s (calendar sum: %s)\n", friday.ToString().c_str(),
+                due.ToString().c_str(), (friday + TimeSpan(3, 0, 0, 0, 0)).ToString().c_str());
+    std::printf("working days between them: %d\n", due.Span(friday).GetTotalDays());
+}
+
 // Prints the next `count` runs of a schedule from `start`, in UTC and in local time.
 void PrintRuns(const char* title, const ZelvorDataType::TimeSeries& schedule,
                const ZelvorDataType::DateTime& start) {
@@ -53,7 +76,7 @@ void PrintRuns(const char* title, const ZelvorDataType::TimeSeries& schedule,
 
 void ScheduleTour() {
     using namespace ZelvorDataType;
-    std::puts("== Recurring schedules ==");
+    std::puts("\n== Recurring schedules ==");
     // New York time, so the output is the same everywhere; daylight saving starts on
     // 2024-03-10 and the UTC hour of the runs moves with it.
     const char* zone = std::getenv("TZ");
@@ -83,6 +106,7 @@ void ScheduleTour() {
 
 int main() {
     BinaryTour();
+    CalendarTour();
     ScheduleTour();
     return 0;
 }
