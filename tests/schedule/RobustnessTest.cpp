@@ -68,8 +68,8 @@ TEST(ScheduleRobustness, OddSchedulesEndAndStayInBounds) {
         ExpectWalk(points.data(), s->GetNextNTimePoints(start, later, kCount, points.data()), later,
                    top, points.size());
         DateTime* all = nullptr;
-        ExpectWalk(all, s->GetAllTimePoints(start, later, all),
-                   DateTime(start.GetYear(), start.GetMonth(), start.GetDay()), later);
+        const unsigned int n = s->GetAllTimePoints(start, later, all);
+        ExpectWalk(all, n, DateTime(start.GetYear(), start.GetMonth(), start.GetDay()), later);
         delete[] all;
     }
 }
