@@ -168,9 +168,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         s = clone;
     }
 
-    // Starts from year 1 on: a local time in year 0 would wrap below the calendar when
-    // taken to UTC.
-    const int year = in.Byte() < 220 ? 1995 + in.Byte() % 40 : 1 + in.Value(0, 65533) % 65534;
+    // Starts in years 1 to 65534: a local time in year 0 would wrap below the calendar
+    // when taken to UTC, and one in the last year above it when taken to local time.
+    const int year = in.Byte() < 220
+                         ? 1995 + in.Byte() % 40
+                         : 1 + int(static_cast<unsigned int>(in.Value(0, 65533)) % 65534);
     const double perDay = TimesPerDay(*s);
     // Dense clocks start early in their day, so the walk up to the start stays short.
     const int hour = perDay > 1e5 ? 0 : in.Byte() % 24;
