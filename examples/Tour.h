@@ -8,5 +8,6 @@ void CellFormatTour();
 void CalendarTour();
 void RelativeTimeTour();
 void DecimalTour();
+void ScheduleTour();
 void VariantTour();
 }  // namespace ZelvorTour

@@ -8,6 +8,7 @@ int main() {
     ZelvorTour::CellFormatTour();
     ZelvorTour::CalendarTour();
     ZelvorTour::RelativeTimeTour();
+    ZelvorTour::ScheduleTour();
     ZelvorTour::DecimalTour();
     ZelvorTour::VariantTour();
     return 0;
