@@ -4,6 +4,13 @@
 // umbrella with it.
 #include <ZelvorBase/ZelvorBase.h>
 
+#include <ZelvorDataType/BigDecimal.h>
+#include <ZelvorDataType/BigInt.h>
 #include <ZelvorDataType/Binary.h>
+#include <ZelvorDataType/DateTime.h>
+#include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/Export.h>
+#include <ZelvorDataType/TimeSeries.h>
+#include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/WideText.h>
+#include <ZelvorDataType/ZelvorTime.h>

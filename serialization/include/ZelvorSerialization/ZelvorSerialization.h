@@ -3,3 +3,4 @@
 // Everything public of the serialization library in one include.
 #include <ZelvorSerialization/DataStream.h>
 #include <ZelvorSerialization/Export.h>
+#include <ZelvorSerialization/MemoryDataStream.h>

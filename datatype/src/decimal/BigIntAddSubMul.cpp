@@ -1,0 +1,145 @@
+// BigInt: addition, subtraction and multiplication of magnitudes.
+//
+// The routines give the digit characters of the exact result, zeros in front up to the
+// stated width. They work on nine digits at a time (see DigitWords.h); digit by digit
+// loops give the same characters, since the exact sum, difference or product written to
+// a fixed width is one string.
+#include <ZelvorDataType/BigInt.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+
+#include "decimal/DigitWords.h"
+
+namespace ZelvorDataType {
+
+namespace {
+
+using internal::kWordBase;
+using internal::LoadWord;
+using internal::StoreWord;
+using internal::WordCount;
+
+struct Digits {
+    const char* text;
+    int64_t length;
+};
+
+Digits View(const BigInt* value) {
+    const char* text = nullptr;
+    int sign = 0;
+    int length = 0;
+    int leadingZeros = 0;
+    value->GetRawForm(text, sign, length, leadingZeros);
+    if (text == nullptr) {
+        return {"", 0};
+    }
+    return {text, length};
+}
+
+// Rows of a product that can be added into one 64-bit column before it has to be
+// brought back below 10^9: 18 * (10^9 - 1)^2 + 10^9 is still below 2^64.
+constexpr int64_t kRowsPerCarry = 18;
+
+void CarryColumns(uint64_t* columns, int64_t count) noexcept {
+    uint64_t carry = 0;
+    for (int64_t i = 0; i < count; ++i) {
+        const uint64_t t = columns[i] + carry;
+        columns[i] = t % kWordBase;
+        carry = t / kWordBase;
+    }
+}
+
+}  // namespace
+
+void BigInt::Plus(char* result, int& resultLength, const BigInt* a, const BigInt* b, int shift) {
+    // `low` is the operand whose digits reach further right; the other one is seen
+    // with `s` zeros appended.
+    Digits low = View(a);
+    Digits high = View(b);
+    int64_t s = shift;
+    if (s < 0) {
+        std::swap(low, high);
+        s = -s;
+    }
+    const int64_t n = std::max(high.length + s, low.length) + 1;  // one more for the carry
+    uint32_t carry = 0;
+    for (int64_t k = 0, words = WordCount(n); k < words; ++k) {
+        uint32_t word =
+            LoadWord(low.text, low.length, 0, k) + LoadWord(high.text, high.length, s, k) + carry;
+        carry = word >= kWordBase ? 1 : 0;
+        word -= carry * kWordBase;
+        StoreWord(result, n, k, word);
+    }
+    resultLength = static_cast<int>(n);
+    result[n] = '\0';
+}
+
+void BigInt::Minus(char* result, int& resultLength, const BigInt* a, const BigInt* b, int shift) {
+    const Digits x = View(a);
+    const Digits y = View(b);
+    const int64_t s = shift;
+    const int64_t offsetA = s < 0 ? -s : 0;  // b has more places: a gets implied zeros
+    const int64_t offsetB = s > 0 ? s : 0;
+    const int64_t n = x.length + offsetA;
+    const int64_t words = WordCount(n);
+    int64_t borrow = 0;
+    for (int64_t k = 0; k < words; ++k) {
+        uint32_t subtrahend = LoadWord(y.text, y.length, offsetB, k);
+        if (k == words - 1) {
+            // Digits of b left of the result's first position are zeros when |a| >= |b|;
+            // they are never read, as a digit by digit loop would not reach them.
+            subtrahend %= internal::kPow10[n - k * internal::kWordDigits];
+        }
+        int64_t word =
+            static_cast<int64_t>(LoadWord(x.text, x.length, offsetA, k)) - subtrahend - borrow;
+        borrow = word < 0 ? 1 : 0;
+        word += borrow * kWordBase;
+        StoreWord(result, n, k, static_cast<uint32_t>(word));
+    }
+    resultLength = static_cast<int>(n);
+    result[n] = '\0';
+}
+
+void BigInt::Times(char* result, int& resultLength, const BigInt* a, const BigInt* b) {
+    const Digits x = View(a);
+    const Digits y = View(b);
+    const int64_t n = x.length + y.length;
+    resultLength = static_cast<int>(n);
+    result[n] = '\0';
+    if (x.length == 0 || y.length == 0) {
+        std::memset(result, '0', static_cast<size_t>(n));
+        return;
+    }
+    const int64_t wx = WordCount(x.length);
+    const int64_t wy = WordCount(y.length);
+    const int64_t wp = wx + wy;
+    // Products of up to 255 digits stay on the stack.
+    internal::Scratch<uint32_t, 32> xs(wx);
+    internal::Scratch<uint32_t, 32> ys(wy);
+    internal::Scratch<uint64_t, 64> ps(wp);
+    uint32_t* xw = xs.Get();
+    uint32_t* yw = ys.Get();
+    uint64_t* pw = ps.Get();
+    internal::LoadWords(x.text, x.length, 0, xw, wx);
+    internal::LoadWords(y.text, y.length, 0, yw, wy);
+    std::fill(pw, pw + wp, uint64_t{0});
+    // Schoolbook rows without a carry chain in the inner loop; the columns are brought
+    // back below 10^9 every kRowsPerCarry rows, before they could overflow.
+    for (int64_t i = 0; i < wx; ++i) {
+        const uint64_t xi = xw[i];
+        uint64_t* row = pw + i;
+        for (int64_t j = 0; j < wy; ++j) {
+            row[j] += xi * yw[j];
+        }
+        if ((i + 1) % kRowsPerCarry == 0 || i + 1 == wx) {
+            CarryColumns(pw, std::min(wp, i + wy + 1));
+        }
+    }
+    for (int64_t k = 0, words = WordCount(n); k < words; ++k) {
+        StoreWord(result, n, k, static_cast<uint32_t>(k < wp ? pw[k] : 0));
+    }
+}
+
+}  // namespace ZelvorDataType

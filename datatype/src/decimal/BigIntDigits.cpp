@@ -1,0 +1,187 @@
+// BigInt: construction, copies and the comparison of magnitudes.
+#include <ZelvorDataType/BigInt.h>
+
+#include <climits>
+#include <cstring>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+#include "decimal/DigitWords.h"
+
+namespace ZelvorDataType {
+
+namespace {
+
+// `count` + 1 bytes for digits and their terminator, from the arena or the heap.
+char* AllocateDigits(int count, ZelvorBase::Buffer* buffer) {
+    const size_t bytes = static_cast<size_t>(count) + 1;
+    if (buffer != nullptr) {
+        return new (buffer) char[bytes];
+    }
+    return new char[bytes];
+}
+
+bool IsDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+
+}  // namespace
+
+BigInt::BigInt() noexcept = default;
+
+BigInt::BigInt(const char* digits, int length, int sign, int padZeros, bool keepLeadingZeros,
+               ZelvorBase::Buffer* buffer)
+    : mSign(sign), mBuffer(buffer) {
+    if (digits == nullptr) {
+        digits = "";
+    }
+    if (length < 0) {
+        length = 0;
+    }
+    if (padZeros < 0 || sign == 0) {
+        padZeros = 0;
+    }
+    // The scan for zeros in front stops at the point, so that the zeros behind it stay
+    // digits (0.05 keeps "05"); it never runs past the digits the caller counted.
+    int zeros = 0;
+    while (zeros < length && digits[zeros] == '0') {
+        ++zeros;
+    }
+    const char* source = digits + zeros;
+    const long long total = static_cast<long long>(length) + padZeros - zeros;
+    if (total >= INT_MAX) {
+        throw std::length_error("BigInt: more digits than a 32-bit count holds");
+    }
+    mLength = sign == 0 ? 0 : static_cast<int>(total);
+    mLeadingZeros = keepLeadingZeros ? zeros : 0;
+    mDigits = AllocateDigits(mLength, buffer);
+    mDigits[mLength] = '\0';
+
+    const int copied = mLength - padZeros;
+    int stored = 0;
+    for (; stored < copied && *source != '\0'; ++source) {
+        const char c = *source;
+        if (c == '.') {
+            continue;
+        }
+        mDigits[stored++] = IsDigit(c) ? c : '0';
+    }
+    // A text shorter than announced, and the requested padding, both end in zeros.
+    std::memset(mDigits + stored, '0', static_cast<size_t>(mLength - stored));
+}
+
+BigInt::BigInt(const BigInt& other, ZelvorBase::Buffer* buffer)
+    : mSign(other.mSign),
+      mLength(other.mLength),
+      mLeadingZeros(other.mLeadingZeros),
+      mDigits(AllocateDigits(other.mLength, buffer)),
+      mBuffer(buffer) {
+    if (other.mDigits != nullptr) {
+        std::memcpy(mDigits, other.mDigits, static_cast<size_t>(mLength) + 1);
+    } else {
+        mDigits[0] = '\0';  // a zero made by CreateZero has no array; mLength is 0
+    }
+}
+
+BigInt::~BigInt() {
+    if (mBuffer == nullptr) {
+        delete[] mDigits;
+    }
+}
+
+void BigInt::GetRawForm(const char*& digits, int& sign, int& length,
+                        int& leadingZeros) const noexcept {
+    digits = mDigits;
+    sign = mSign;
+    length = mLength;
+    leadingZeros = mLeadingZeros;
+}
+
+int BigInt::CompareABS(const BigInt& other, int shift) const noexcept {
+    const BigInt* a = this;
+    const BigInt* b = &other;
+    long long s = shift;  // 64 bits: negating the lowest int must not overflow
+    int flip = 1;
+    if (s < 0) {
+        std::swap(a, b);
+        s = -s;
+        flip = -1;
+    }
+    const char* da = a->mDigits != nullptr ? a->mDigits : "";
+    const char* db = b->mDigits != nullptr ? b->mDigits : "";
+    const int64_t za = internal::CountLeadingZeros(da, a->mLength);
+    const int64_t zb = internal::CountLeadingZeros(db, b->mLength);
+    da += za;
+    db += zb;
+    const int64_t la = a->mLength - za;
+    const int64_t lb = b->mLength - zb;
+    // Without significant digits a magnitude is zero, whatever the alignment: a quotient
+    // truncated to nothing is below 0.005, not above it.
+    if (la == 0 || lb == 0) {
+        return la == lb ? 0 : (la > 0 ? flip : -flip);
+    }
+    // K digits of A stand level with the lb digits of B; the other s digits of A face
+    // the zeros that B's alignment implies. Both start with a non-zero digit, so the
+    // longer one is the greater.
+    const int64_t k = la - s;
+    if (k != lb) {
+        return k > lb ? flip : -flip;
+    }
+    const int c = std::memcmp(da, db, static_cast<size_t>(k));
+    if (c != 0) {
+        return c > 0 ? flip : -flip;
+    }
+    for (int64_t i = k; i < la; ++i) {
+        if (da[i] != '0') {
+            return flip;
+        }
+    }
+    return 0;
+}
+
+BigInt* BigInt::Clone(ZelvorBase::Buffer* buffer, int /*unused*/) const {
+    return new (buffer) BigInt(*this, buffer);
+}
+
+BigInt* BigInt::CreateZero(ZelvorBase::Buffer* buffer) {
+    return new (buffer) BigInt();
+}
+
+BigInt* BigInt::ClonePadded(const BigInt& source, int pad, int sign, ZelvorBase::Buffer* buffer) {
+    if (pad <= 0 || source.mSign == 0) {
+        // A zero stays without digits whatever the scale it is wanted at.
+        BigInt* copy = source.Clone(buffer);
+        copy->mSign = source.mSign == 0 ? 0 : sign;
+        return copy;
+    }
+    const long long total = static_cast<long long>(source.mLength) + pad;
+    if (total >= INT_MAX) {
+        throw std::length_error("BigInt: more digits than a 32-bit count holds");
+    }
+    const int length = static_cast<int>(total);
+    // The digits are kept as they stand, zeros in front included, like any clone.
+    std::unique_ptr<char[]> owned;
+    char* digits = nullptr;
+    if (buffer != nullptr) {
+        digits = AllocateDigits(length, buffer);
+    } else {
+        owned.reset(AllocateDigits(length, nullptr));
+        digits = owned.get();
+    }
+    if (source.mLength > 0) {
+        std::memcpy(digits, source.mDigits, static_cast<size_t>(source.mLength));
+    }
+    std::memset(digits + source.mLength, '0', static_cast<size_t>(pad));
+    digits[length] = '\0';
+    BigInt* copy = new (buffer) BigInt();
+    copy->mSign = sign;
+    copy->mLength = length;
+    copy->mLeadingZeros = source.mLeadingZeros;
+    copy->mBuffer = buffer;
+    copy->mDigits = buffer != nullptr ? digits : owned.release();
+    return copy;
+}
+
+}  // namespace ZelvorDataType

@@ -1,0 +1,217 @@
+#include <ZelvorDataType/TimeSpan.h>
+#include <ZelvorDataType/ZelvorTime.h>
+
+namespace ZelvorDataType {
+
+namespace {
+
+constexpr long long kMillisecondsPerDay = 86400000;
+
+// Kinds compared here with their flags: only exactly 0 and exactly 1 are the open ends.
+constexpr int kOpenLatest = DYNAMIC_TIME_LATEST;
+constexpr int kOpenEarliest = DYNAMIC_TIME_EARLIEST;
+
+}  // namespace
+
+DateTime ZelvorTime::ReadForComparison() const noexcept {
+    DateTime date(0.0);
+    if (IsStatic()) {
+        date = *StaticRecord();
+    } else if (IsDynamic()) {
+        // A rule without a date compares as DateTime(0.0), which `date` still holds.
+        DynamicRecord()->ToDateTime(date);
+    }
+    return date;
+}
+
+void ZelvorTime::ReadBoth(const ZelvorTime& other, DateTime& mine,
+                          DateTime& theirs) const noexcept {
+    mine = ReadForComparison();
+    theirs = other.ReadForComparison();
+    // A comparison with a local value happens in local time, any other in UTC (the
+    // dynamic side resolved to UTC).
+    if (mMode == other.mMode) {
+        return;
+    }
+    if (mMode == TIME_MODE_LOCAL) {
+        theirs = theirs.ToLocalTime();
+    } else if (other.mMode == TIME_MODE_LOCAL) {
+        mine = mine.ToLocalTime();
+    }
+}
+
+bool ZelvorTime::operator==(const ZelvorTime& other) const noexcept {
+    if (IsEmpty() || other.IsEmpty()) {
+        return IsEmpty() && other.IsEmpty();
+    }
+    if (IsDynamic() && other.IsDynamic()) {
+        return DynamicRecord()->GetDynamicTime() == other.DynamicRecord()->GetDynamicTime();
+    }
+    if (mMode == other.mMode) {
+        return *StaticRecord() == *other.StaticRecord();
+    }
+    DateTime mine(0.0);
+    DateTime theirs(0.0);
+    ReadBoth(other, mine, theirs);
+    return mine == theirs;
+}
+
+namespace {
+
+// The kind and flags of a dynamic value; a static or empty value matches neither open
+// end.
+int OrderTag(const ZelvorTime& value) noexcept {
+    int tag = DYNAMIC_TIME_NONE;
+    if (value.GetRealMode() == TIME_MODE_DYNAMIC) {
+        value.GetDynamicTime(tag);
+    }
+    return tag;
+}
+
+}  // namespace
+
+bool ZelvorTime::operator<(const ZelvorTime& other) const noexcept {
+    const int mine = OrderTag(*this);
+    const int theirs = OrderTag(other);
+    if (theirs == kOpenEarliest) {
+        return false;
+    }
+    if (mine == kOpenEarliest) {
+        return true;
+    }
+    if (mine == kOpenLatest) {
+        return false;
+    }
+    if (theirs == kOpenLatest) {
+        return true;
+    }
+    if (IsDynamic() && other.IsDynamic() && mine == theirs) {
+        return false;
+    }
+    // An empty value has no date; it sorts before every dated value (after EARLIEST,
+    // handled above), which keeps the order strict and total.
+    if (IsEmpty() || other.IsEmpty()) {
+        return IsEmpty() && !other.IsEmpty();
+    }
+    DateTime left(0.0);
+    DateTime right(0.0);
+    ReadBoth(other, left, right);
+    return left < right;
+}
+
+bool ZelvorTime::operator>(const ZelvorTime& other) const noexcept {
+    const int mine = OrderTag(*this);
+    const int theirs = OrderTag(other);
+    if (theirs == kOpenLatest) {
+        return false;
+    }
+    if (mine == kOpenLatest) {
+        return true;
+    }
+    if (mine == kOpenEarliest) {
+        return false;
+    }
+    if (theirs == kOpenEarliest) {
+        return true;
+    }
+    if (IsDynamic() && other.IsDynamic() && mine == theirs) {
+        return false;
+    }
+    // The mirror of operator<: every dated value is after an empty one.
+    if (IsEmpty() || other.IsEmpty()) {
+        return other.IsEmpty() && !IsEmpty();
+    }
+    DateTime left(0.0);
+    DateTime right(0.0);
+    ReadBoth(other, left, right);
+    return left > right;
+}
+
+int ZelvorTime::GetExpiration(ZelvorTime& out) const {
+    if (!IsDynamic()) {
+        return 1;
+    }
+    const DynamicTime& rule = *DynamicRecord();
+    // The relative and fixed flags don't change when a rule's answer changes; the
+    // business-day flag stays in and puts such rules beyond every kind below.
+    const int kind = static_cast<int>(rule.GetDynamicTime()) & ~0xE0;
+
+    if (kind == DYNAMIC_TIME_NOW) {
+        DateTime now(0.0);
+        ToDateTime(true, now);
+        now.PutMillisecond(0);
+        out.MakeStatic(TIME_MODE_UTC, now + TimeSpan(1000));
+        return 0;
+    }
+
+    const int dayOffset = rule.GetDynamicDayOffset();
+    const short monthOffset = rule.GetDynamicMonthOffset();
+    if (kind < DYNAMIC_TIME_TODAY || kind > DYNAMIC_TIME_THIS_QUARTER) {
+        return 1;
+    }
+
+    // A rule that resolves to the boundary at which this one next changes, with the
+    // offsets of this one so that the boundary is that of the shifted reference time.
+    DynamicTime boundary(DYNAMIC_TIME_TODAY, 0);
+    bool nextQuarter = false;
+    switch (kind) {
+        case DYNAMIC_TIME_TODAY:
+            boundary.PutDay(1);
+            break;
+        case DYNAMIC_TIME_THIS_MONTH:
+            boundary = DynamicTime(DYNAMIC_TIME_THIS_MONTH, dayOffset);
+            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary.PutDay(1);
+            boundary.PutMonth(1);
+            break;
+        case DYNAMIC_TIME_THIS_YEAR:
+            boundary = DynamicTime(DYNAMIC_TIME_THIS_YEAR, dayOffset);
+            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary.PutMonth(1);
+            boundary.PutDay(1);
+            boundary.PutYear(1);
+            break;
+        case DYNAMIC_TIME_THIS_QUARTER:
+            // The first day of the shifted reference quarter, moved on by three months
+            // below: a quarter rule changes when the next quarter begins, just as a
+            // month rule changes on the 1st of the next month. Expiring at the start of
+            // the current quarter would name a moment already past.
+            boundary = DynamicTime(DYNAMIC_TIME_THIS_QUARTER, dayOffset);
+            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary.PutDay(1);
+            nextQuarter = true;
+            break;
+        default:  // THIS_WEEK and the seven weekday kinds: the Sunday of the next week
+            boundary = DynamicTime(DYNAMIC_TIME_THIS_WEEK, dayOffset);
+            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary.PutDayOfWeek(0);
+            boundary.PutWeek(1);
+            break;
+    }
+
+    DateTime edge(0.0);
+    if (boundary.ToDateTime(edge) == 0) {
+        edge = edge.ToLocalTime();
+    }
+    edge.PutHour(0);
+    edge.PutMinute(0);
+    edge.PutSecond(0);
+    edge.PutMillisecond(0);
+    if (nextQuarter) {
+        DynamicTime::MoveNthTimePointBefore(edge, -3, TIME_GRANULARITY_MONTH);
+    }
+    if (kind != DYNAMIC_TIME_TODAY) {
+        // The resolution added the offsets to the present; taking them out again gives
+        // the moment at which the present itself reaches the boundary.
+        if (dayOffset != 0) {
+            edge = edge - TimeSpan(dayOffset * kMillisecondsPerDay);
+        }
+        if (monthOffset != 0) {
+            DynamicTime::MoveNthTimePointBefore(edge, monthOffset, TIME_GRANULARITY_MONTH);
+        }
+    }
+    out.MakeStatic(TIME_MODE_UTC, edge.ToUTCTime());
+    return 0;
+}
+
+}  // namespace ZelvorDataType

@@ -1,0 +1,129 @@
+#include <gtest/gtest.h>
+
+#include "CalendarSupport.h"
+
+namespace {
+
+using CalendarTest::Text;
+using ZelvorDataType::DateTime;
+using ZelvorDataType::TimeSpan;
+
+constexpr long long kDay = 86400000;
+
+TEST(TimeSpans, TotalsTruncateTowardZero) {
+    const struct {
+        TimeSpan span;
+        int days, hours, minutes, seconds;
+        long long ms;
+    } cases[] = {
+        {TimeSpan(0, 0, 90, 0, 0), 0, 1, 90, 5400, 5400000},
+        {TimeSpan(0, 0, 0, 0, -1), 0, 0, 0, 0, -1},
+        {TimeSpan(-1, 0, 0, 0, 0), -1, -24, -1440, -86400, -kDay},
+        {TimeSpan(1, 25, -61, 3601, 1001), 2, 48, 2939, 176342, 176342001},
+        // 2^32 + 5 seconds: the totals keep their low 32 bits.
+        {TimeSpan(4294967301000LL), 49710, 1193046, 71582788, 5, 4294967301000LL},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.span.GetTotalDays(), c.days) << c.ms;
+        EXPECT_EQ(c.span.GetTotalHours(), c.hours) << c.ms;
+        EXPECT_EQ(c.span.GetTotalMinutes(), c.minutes) << c.ms;
+        EXPECT_EQ(c.span.GetTotalSeconds(), c.seconds) << c.ms;
+        EXPECT_EQ(c.span.GetTotalMilliseconds(), c.ms);
+    }
+    TimeSpan sum(5);
+    sum -= TimeSpan(7);
+    EXPECT_TRUE(sum < TimeSpan(0) && (sum + TimeSpan(2)) == TimeSpan(0));
+}
+
+TEST(CalendarArithmetic, SumsDifferencesAndClamps) {
+    const DateTime a(2023, 12, 31, 22, 30, 15, 250);
+    const DateTime b(2024, 3, 1, 1, 2, 3, 4);
+    const TimeSpan gap = b - a;
+    EXPECT_EQ(gap.GetTotalMilliseconds(), 61 * kDay - (21 * 3600000LL + 28 * 60000 + 12246));
+    EXPECT_EQ(a + gap, b);
+    EXPECT_EQ(b - gap, a);
+    EXPECT_EQ(Text(DateTime(2024, 1, 5, 10) + TimeSpan(kDay)), "2024-01-06 10:00:00.000");
+    EXPECT_EQ(Text(DateTime(1899, 12, 30) - TimeSpan(1)), "1899-12-29 23:59:59.999");
+    EXPECT_EQ(Text(DateTime(65535, 12, 31) + TimeSpan(kDay)), "65535-12-30 00:00:00.000");
+    EXPECT_EQ(Text(DateTime(1, 1, 1) - TimeSpan(INT64_MAX)).substr(0, 10), "0001-01-01");
+    // The result comes off the serial scale: zone words 0.
+    EXPECT_EQ((DateTime(2024, 1, 1, 0, 0, 0, 0, 60) + TimeSpan(0)).GetZoneMinutes(), 0);
+}
+
+// Fri 2024-01-05, Sat 01-06, Sun 01-07, Mon 01-08.
+TEST(WorkingDays, AddAndMinusStepOverWeekends) {
+    const struct {
+        DateTime start;
+        bool add;
+        TimeSpan span;
+        const char* text;
+    } cases[] = {
+        {DateTime(2024, 1, 5, 10), true, TimeSpan(1, 0, 0, 0, 0), "2024-01-08 10:00:00.000"},
+        {DateTime(2024, 1, 8, 10), true, TimeSpan(5, 0, 0, 0, 0), "2024-01-15 10:00:00.000"},
+        {DateTime(2024, 1, 6, 10), true, TimeSpan(1, 0, 0, 0, 0), "2024-01-09 10:00:00.000"},
+        {DateTime(2024, 1, 5, 20), true, TimeSpan(1, 6, 0, 0, 0), "2024-01-09 02:00:00.000"},
+        {DateTime(2024, 1, 8, 10), true, TimeSpan(-1, 0, 0, 0, 0), "2024-01-07 10:00:00.000"},
+        {DateTime(2024, 1, 3, 9), true, TimeSpan(12, 0, 0, 0, 0), "2024-01-19 09:00:00.000"},
+        {DateTime(2024, 1, 8, 10), false, TimeSpan(1, 0, 0, 0, 0), "2024-01-05 10:00:00.000"},
+        {DateTime(2024, 1, 6, 10), false, TimeSpan(1, 0, 0, 0, 0), "2024-01-05 10:00:00.000"},
+        {DateTime(2024, 1, 8, 2), false, TimeSpan(0, 6, 0, 0, 0), "2024-01-05 20:00:00.000"},
+        {DateTime(2024, 1, 12, 9), false, TimeSpan(5, 0, 0, 0, 0), "2024-01-05 09:00:00.000"},
+        {DateTime(2024, 1, 10, 9), false, TimeSpan(7, 0, 0, 0, 0), "2024-01-01 09:00:00.000"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Text(c.add ? c.start.Add(c.span) : c.start.Minus(c.span)), c.text)
+            << Text(c.start) << (c.add ? " + " : " - ") << c.span.GetTotalMilliseconds();
+    }
+}
+
+TEST(WorkingDays, SpanRemovesWeekends) {
+    const struct {
+        DateTime later, earlier;
+        long long ms;
+    } cases[] = {
+        {DateTime(2024, 1, 15), DateTime(2024, 1, 12), kDay},
+        {DateTime(2024, 1, 22), DateTime(2024, 1, 12), 6 * kDay},
+        {DateTime(2024, 1, 10), DateTime(2024, 1, 6), 2 * kDay},
+        {DateTime(2024, 1, 12, 18), DateTime(2024, 1, 8, 9), 4 * kDay + 9 * 3600000},
+        {DateTime(2024, 1, 12), DateTime(2024, 1, 15), -3 * kDay},  // backwards: no mirror
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.later.Span(c.earlier).GetTotalMilliseconds(), c.ms) << Text(c.later);
+    }
+}
+
+TEST(Order, FieldsDecideCachesAndZonesDoNot) {
+    const DateTime base(2024, 5, 6, 7, 8, 9, 10);
+    const DateTime others[] = {DateTime(2025, 1, 1), DateTime(2024, 5, 7),
+                               DateTime(2024, 5, 6, 7, 8, 9, 11), DateTime(40000, 1, 1)};
+    for (const DateTime& later : others) {
+        EXPECT_TRUE(later > base && base < later && base <= later && later >= base) << Text(later);
+        EXPECT_TRUE(later != base && !(later == base)) << Text(later);
+        EXPECT_EQ(DateTime::DateTimeOrder(later, base), 1);
+        EXPECT_EQ(DateTime::DateTimeOrder(base, later), -1);
+    }
+    DateTime cached(2024, 5, 6, 7, 8, 9, 10, -300, 9);
+    cached.GetWeek();
+    EXPECT_TRUE(cached == base && cached <= base && cached >= base);
+    EXPECT_EQ(DateTime::DateTimeOrder(cached, base), 0);
+}
+
+TEST(RoundToSeconds, CarriesLikeAnOdometer) {
+    const struct {
+        DateTime value;
+        const char* text;
+    } cases[] = {
+        {DateTime(2024, 12, 31, 23, 59, 59, 500), "2025-01-01 00:00:00.000"},
+        {DateTime(2024, 2, 28, 23, 59, 59, 999), "2024-02-29 00:00:00.000"},
+        {DateTime(2023, 2, 28, 23, 59, 59, 999), "2023-03-01 00:00:00.000"},
+        {DateTime(2024, 5, 6, 7, 8, 9, 499), "2024-05-06 07:08:09.000"},
+        {DateTime(2024, 5, 6, 7, 59, 59, 500), "2024-05-06 08:00:00.000"},
+        {DateTime(65535, 12, 31, 23, 59, 59, 999), "0000-01-01 00:00:00.000"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Text(c.value.RoundToSeconds()), c.text);
+    }
+    EXPECT_EQ(DateTime(2024, 1, 1, 0, 0, 0, 700, 120).RoundToSeconds().GetZoneMinutes(), 120);
+}
+
+}  // namespace

@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cmath>
+#include <limits>
+#include <random>
+
+#include "CalendarSupport.h"
+
+namespace {
+
+using CalendarTest::Text;
+using ZelvorDataType::DateTime;
+using ZelvorDataType::ODBCDate;
+using ZelvorDataType::ODBCDateTime;
+using ZelvorDataType::ODBCTime;
+namespace chr = std::chrono;
+
+constexpr int kFirstDay = -693959;  // 0000-01-01
+constexpr int kLastDay = 23242572;  // 65535-12-31
+
+TEST(DayNumbers, KnownDates) {
+    const struct {
+        int year, month, day, expected;
+    } cases[] = {
+        {1899, 12, 30, 0},    {1899, 12, 31, 1},         {1900, 1, 1, 2},
+        {2000, 1, 1, 36526},  {1970, 1, 1, 25569},       {2000, 13, 1, 0},
+        {2000, 0, 1, 0},      {0, 1, 1, kFirstDay},      {0, 3, 1, -693899},
+        {1, 1, 1, -693593},   {65535, 12, 31, kLastDay}, {2024, 3, 0, 45351},  // Feb 29
+        {2024, 1, -5, 45286}, {2024, 1, 400, 45691},     {100, 3, 1, -657375},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(DateTime::YMDToDAYS(c.year, c.month, c.day), c.expected)
+            << c.year << "-" << c.month << "-" << c.day;
+    }
+}
+
+// Every day of the range: the inverse holds, and successive day numbers walk the
+// calendar one day at a time (so the mapping is also the right one, not just a
+// bijection). Where std::chrono's years reach (up to 32767) the date, weekday and day of
+// the year are checked against it.
+TEST(DayNumbers, EveryDayOfTheRange) {
+    unsigned short year = 0;
+    short month = 0, day = 0;
+    int previousYear = -1, previousMonth = 12, previousDay = 31;
+    for (int n = kFirstDay; n <= kLastDay; ++n) {
+        DateTime::DAYSToYMD(n, year, month, day);
+        ASSERT_EQ(DateTime::YMDToDAYS(year, month, day), n) << n;
+        const bool nextInMonth =
+            year == previousYear && month == previousMonth && day == previousDay + 1;
+        const bool nextMonth =
+            day == 1 && ((month == previousMonth + 1 && year == previousYear) ||
+                         (month == 1 && previousMonth == 12 && year == previousYear + 1));
+        ASSERT_TRUE(nextInMonth || nextMonth) << n;
+        previousYear = year;
+        previousMonth = month;
+        previousDay = day;
+        if (year > 32767) {
+            continue;
+        }
+        const chr::year_month_day ymd{chr::sys_days{chr::days{n - 25569}}};
+        ASSERT_EQ(static_cast<int>(ymd.year()), year) << n;
+        ASSERT_EQ(static_cast<unsigned>(ymd.month()), static_cast<unsigned>(month)) << n;
+        ASSERT_EQ(static_cast<unsigned>(ymd.day()), static_cast<unsigned>(day)) << n;
+        if (n % 13 == 0) {  // a stride prime to 7 and to the month lengths
+            const DateTime value(year, month, day);
+            const chr::weekday weekday{chr::sys_days{ymd}};
+            ASSERT_EQ(value.GetDayOfWeek(), static_cast<int>(weekday.c_encoding())) << n;
+            const auto yearStart = chr::sys_days{ymd.year() / chr::January / 1};
+            ASSERT_EQ(value.GetDayOfYear(), (chr::sys_days{ymd} - yearStart).count() + 1) << n;
+        }
+    }
+    EXPECT_EQ(year, 65535);
+    // Outside the range the year wraps in 16 bits.
+    DateTime::DAYSToYMD(kFirstDay - 1, year, month, day);
+    EXPECT_EQ(year * 10000 + month * 100 + day, 655351230);
+}
+
+TEST(SerialDates, Construction) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const struct {
+        double serial;
+        const char* text;
+    } cases[] = {
+        {0.0, "1899-12-30 00:00:00.000"},
+        {0.5, "1899-12-30 12:00:00.000"},
+        {-0.5, "1899-12-29 12:00:00.000"},
+        {-0.25, "1899-12-29 18:00:00.000"},
+        {-1.0, "1899-12-29 00:00:00.000"},
+        {36526.99999999999, "2000-01-01 23:59:59.999"},
+        {23242571.0, "65535-12-30 00:00:00.000"},
+        {23242572.25, "65535-12-30 06:00:00.000"},
+        {-693959.0, "0000-01-01 00:00:00.000"},
+        {-693960.25, "0001-01-01 06:00:00.000"},
+        {DateTime::MillisecondsToDATE(-1), "1899-12-29 23:59:59.999"},
+        {std::nan(""), "1899-12-30 00:00:00.000"},
+        {inf, "65535-12-30 00:00:00.000"},
+        {-inf, "0001-01-01 00:00:00.000"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Text(DateTime(c.serial)), c.text) << c.serial;
+    }
+}
+
+// Every count inside the limits comes back to the millisecond: densely at both ends,
+// and at random points between.
+TEST(SerialDates, MillisecondCountsSurvive) {
+    const long long low = kFirstDay * 86400000LL;
+    const long long high = (kLastDay - 1) * 86400000LL + 86399999;  // 65535-12-30 23:59:59.999
+    const auto check = [](long long ms) {
+        const double serial = DateTime::MillisecondsToDATE(ms);
+        const DateTime value(serial);
+        ASSERT_EQ(DateTime::ToMilliseconds(value), ms) << ms;
+        ASSERT_LT(std::fabs(value.ToDATE() - serial) * 86400000.0, 0.5) << ms;
+    };
+    for (long long ms = 0; ms < 3000000; ++ms) {
+        check(low + ms);
+        check(high - ms);
+        check(ms - 1500000);  // across day 0
+    }
+    std::mt19937_64 random(20240229);
+    std::uniform_int_distribution<long long> anywhere(low, high);
+    for (int i = 0; i < 1000000; ++i) {
+        check(anywhere(random));
+    }
+}
+
+TEST(SerialDates, OdbcRecords) {
+    EXPECT_EQ(Text(DateTime(ODBCDateTime{2024, 2, 30, 23, 59, 59, 1000000000})),
+              "2024-02-29 23:59:59.000");
+    EXPECT_EQ(Text(DateTime(ODBCDateTime{2024, 5, 6, 7, 8, 9, 1999999})),
+              "2024-05-06 07:08:09.001");
+    EXPECT_EQ(Text(DateTime(ODBCDateTime{2024, 5, 6, 24, 0, 0, 0})), "2024-05-07 00:00:00.000");
+    EXPECT_EQ(Text(DateTime(ODBCDate{1, 13, 0})), "0001-12-01 00:00:00.000");
+    EXPECT_EQ(Text(DateTime(ODBCTime{13, 14, 15})), "1899-12-31 13:14:15.000");
+
+    const DateTime value(2024, 5, 6, 7, 8, 9, 10);
+    const ODBCDateTime full = value.ToODBCDateTime();
+    EXPECT_EQ(Text(DateTime(full)), Text(value));
+    EXPECT_EQ(full.fraction, 10000000u);
+    EXPECT_EQ(Text(DateTime(value.ToODBCDate())), "2024-05-06 00:00:00.000");
+    EXPECT_EQ(Text(DateTime(value.ToODBCTime())), "1899-12-31 07:08:09.000");
+}
+
+}  // namespace

@@ -1,0 +1,139 @@
+// The cases that read the clock. ctest runs this program under libfaketime with the
+// clock stopped at Thursday 2024-03-14 15:30:45.123 local time, in the zone that TZ
+// names (see CMakeLists.txt); run by hand without it, every case is skipped.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include <ZelvorDataType/ZelvorTime.h>
+
+#include "RelativeSupport.h"
+
+namespace {
+
+using namespace ZelvorDataType;
+using ZelvorRelativeTest::kThursday;
+using ZelvorRelativeTest::Text;
+using ZelvorRelativeTest::Ymd;
+using ZelvorRelativeTest::ZoneScope;
+
+const char* TestZone() {
+    const char* zone = std::getenv("TZ");
+    return zone != nullptr && *zone != '\0' ? zone : "America/New_York";
+}
+
+class PinnedClock : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (Text(DateTime::Now()) != Text(kThursday.Make())) {
+            GTEST_SKIP() << "the clock is not pinned at " << Text(kThursday.Make()) << " in "
+                         << TestZone();
+        }
+    }
+    ZoneScope mZone{TestZone()};
+};
+
+ZelvorTime Rule(DYNAMIC_TIME kind, int dayOffset = 0, short monthOffset = 0) {
+    ZelvorTime value;
+    value.PutDynamicTime(kind);
+    value.PutDynamicDayOffset(dayOffset);
+    value.PutDynamicMonthOffset(monthOffset);
+    return value;
+}
+
+TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
+    const struct {
+        const char* name;
+        ZelvorTime value;
+        Ymd localMidnight;
+    } cases[] = {
+        {"today", Rule(DYNAMIC_TIME_TODAY), {2024, 3, 15}},
+        {"today, offsets ignored", Rule(DYNAMIC_TIME_TODAY, 5), {2024, 3, 15}},
+        {"this week", Rule(DYNAMIC_TIME_THIS_WEEK), {2024, 3, 17}},
+        {"this monday", Rule(DYNAMIC_TIME_THIS_MONDAY), {2024, 3, 17}},
+        {"this week, two days on", Rule(DYNAMIC_TIME_THIS_WEEK, 2), {2024, 3, 15}},
+        {"this month", Rule(DYNAMIC_TIME_THIS_MONTH), {2024, 4, 1}},
+        {"this month, a month back", Rule(DYNAMIC_TIME_THIS_MONTH, 0, -1), {2024, 4, 1}},
+        {"this month, three days on", Rule(DYNAMIC_TIME_THIS_MONTH, 3), {2024, 3, 29}},
+        {"this year", Rule(DYNAMIC_TIME_THIS_YEAR), {2025, 1, 1}},
+        {"this quarter", Rule(DYNAMIC_TIME_THIS_QUARTER), {2024, 4, 1}},
+        {"this quarter, a month on", Rule(DYNAMIC_TIME_THIS_QUARTER, 0, 1), {2024, 6, 1}},
+        {"relative flags change nothing",
+         Rule(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR | DYNAMIC_TIME_FIXED_DATE),
+         {2024, 3, 15}},
+    };
+    ZelvorBase::Buffer arena;
+    for (const auto& c : cases) {
+        ZelvorTime out(&arena);
+        ASSERT_EQ(c.value.GetExpiration(out), 0) << c.name;
+        EXPECT_EQ(out.GetRealMode(), TIME_MODE_UTC) << c.name;
+        DateTime utc(0.0);
+        out.ToDateTime(true, utc);
+        EXPECT_EQ(Text(utc), Text(c.localMidnight.Make().ToUTCTime())) << c.name;
+    }
+
+    ZelvorTime out;
+    ASSERT_EQ(Rule(DYNAMIC_TIME_NOW | DYNAMIC_TIME_RELATIVE_MINUTE).GetExpiration(out), 0);
+    DateTime next(0.0);
+    out.ToDateTime(false, next);
+    EXPECT_EQ(Text(next), Text(DateTime(2024, 3, 14, 15, 30, 46)));
+    // The expiration of a NOW rule is that of the moment it names.
+    ZelvorTime inAnHour = Rule(DYNAMIC_TIME_NOW);
+    inAnHour.PutHour(1, true);
+    ASSERT_EQ(inAnHour.GetExpiration(out), 0);
+    out.ToDateTime(false, next);
+    EXPECT_EQ(Text(next), Text(DateTime(2024, 3, 14, 16, 30, 46)));
+}
+
+TEST_F(PinnedClock, SomeValuesNeverExpire) {
+    const ZelvorTime values[] = {
+        ZelvorTime(),
+        ZelvorTime(DateTime(2024, 1, 1), TIME_MODE_UTC, true),
+        Rule(DYNAMIC_TIME_LATEST),
+        Rule(DYNAMIC_TIME_EARLIEST),
+        Rule(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_BUSINESS_DAY),
+        Rule(DYNAMIC_TIME_NONE),
+        Rule(static_cast<DYNAMIC_TIME>(15)),
+    };
+    const ZelvorTime marker(DateTime(2001, 1, 1), TIME_MODE_LOCAL, false);
+    for (const ZelvorTime& value : values) {
+        ZelvorTime out(marker);
+        EXPECT_EQ(value.GetExpiration(out), 1) << value.GetRealMode();
+        EXPECT_TRUE(out == marker);
+    }
+}
+
+TEST_F(PinnedClock, RulesResolveAgainstThePresent) {
+    DynamicTime inTwoHours(DYNAMIC_TIME_NOW, 0);
+    inTwoHours.PutHour(2);
+    DateTime date(0.0);
+    ASSERT_EQ(inTwoHours.ToDateTime(date), 0);
+    EXPECT_EQ(Text(date.ToLocalTime()), Text(DateTime(2024, 3, 14, 17, 30, 45)));
+    // Only DateTime(0.0) stands for the present; any other date is a reference.
+    date = DateTime(1900, 1, 1, 12);
+    ASSERT_EQ(DynamicTime(DYNAMIC_TIME_TODAY, 0).ToDateTime(date), 0);
+    EXPECT_EQ(Text(date), Text(DateTime(1900, 1, 1).ToUTCTime()));
+
+    const ZelvorTime today = Rule(DYNAMIC_TIME_TODAY);
+    const DateTime midnightUTC = DateTime(2024, 3, 14).ToUTCTime();
+    EXPECT_EQ(today.GetDay(false, false), 14);
+    EXPECT_EQ(today.GetHour(false, false), 0);
+    EXPECT_EQ(today.GetDay(true, false), midnightUTC.GetDay());
+    EXPECT_EQ(today.GetHour(true, false), midnightUTC.GetHour());
+    EXPECT_EQ(Rule(DYNAMIC_TIME_NOW).GetSeconds(false), 45);
+    double serial = 0;
+    EXPECT_EQ(today.TolocalDATE(serial, false), 0);
+    EXPECT_DOUBLE_EQ(serial, 45365.0);
+    DateTime before(0.0);
+    EXPECT_EQ(today.GetNthTimePointBefore(1, TIME_GRANULARITY_DAY, before), 0);
+    EXPECT_EQ(Text(before), Text(DateTime(2024, 3, 13).ToUTCTime()));
+
+    const ZelvorTime noon(DateTime(2024, 3, 14, 12), TIME_MODE_LOCAL, false);
+    const ZelvorTime thisHour = Rule(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR);
+    EXPECT_TRUE(today < noon);
+    EXPECT_TRUE(noon < thisHour);
+    EXPECT_TRUE(thisHour > today);
+    EXPECT_FALSE(thisHour == today);
+}
+
+}  // namespace
