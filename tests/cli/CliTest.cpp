@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -31,8 +32,13 @@ Result Zelvor(const std::string& args, const std::string& env = "TZ=UTC0",
         return {};
     }
     close(fd);
+    // ZELVOR_PROGRAM in the environment points the tests at another build of the tool,
+    // an installed one for instance.
+    const char* program = std::getenv("ZELVOR_PROGRAM");
     const std::string command =
-        env + " " + wrapper + " " + ZELVOR_PROGRAM + " " + args + " 2>" + errPath;
+        env + " " + wrapper + " " +
+        (program != nullptr && *program != '\0' ? program : ZELVOR_PROGRAM) + " " + args + " 2>" +
+        errPath;
     Result result;
     if (FILE* pipe = popen(command.c_str(), "r")) {
         char chunk[4096];
