@@ -356,6 +356,7 @@ TEST(BadInput, OneLineNamingTheFaultAndStatusTwo) {
         {"decimal 1 + 2.5.1", "B: '2.5.1' is not a decimal number"},
         {"decimal 1 / 0", "1 / 0: Divide by Zero"},
         {"decimal 1 % 2", "OP: '%' is not an operation"},
+        {"decimal -.5 + 1", "'-.5' reads as an option; write it as -0.5"},
         {"decimal 1 +", "B is required"},
         {"decimal 1 / 3 --scale -1", "--scale: -1 is out of range"},
         {"decimal 1 cmp 2 --scale 2", "--scale does not apply to cmp"},

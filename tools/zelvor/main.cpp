@@ -2,6 +2,7 @@
 // in its own file; this one reads the global options, sets the zone and turns every
 // failure into one line on standard error and a non-zero status.
 
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -65,6 +66,15 @@ int main(int argc, char** argv) {
     } catch (const CLI::CallForAllHelp& e) {
         return app.exit(e);
     } catch (const CLI::ParseError& e) {
+        // "-.5" looks like a short option to the parser (digits after the dash do not).
+        for (int n = 1; n < argc; ++n) {
+            const std::string arg = argv[n];
+            if (arg.size() > 2 && arg[0] == '-' && arg[1] == '.' &&
+                std::isdigit(static_cast<unsigned char>(arg[2])) != 0) {
+                return Fail(kBadInput, "'" + arg + "' reads as an option; write it as -0" +
+                                           arg.substr(1) + ", or put -- before the operands");
+            }
+        }
         return Fail(kBadInput, std::string(e.what()) + " (see --help)");
     }
 
