@@ -98,7 +98,7 @@ void ExpectSuccess(const Result& r, const std::string& args) {
     EXPECT_EQ(r.err, "") << args;
 }
 
-TEST(ScheduleCommand, ListsThePointsOfEachEnumerator) {
+TEST(CliScheduleCommand, ListsThePointsOfEachEnumerator) {
     struct Case {
         std::string args;
         std::vector<std::string> utc;  // the points, in order
@@ -153,7 +153,7 @@ TEST(ScheduleCommand, ListsThePointsOfEachEnumerator) {
     }
 }
 
-TEST(ScheduleCommand, TextShowsTheRecordAndBothZones) {
+TEST(CliScheduleCommand, TextShowsTheRecordAndBothZones) {
     const Result r = Zelvor(
         "--tz Europe/Berlin schedule next --day every:1 --hour 10 --start 2024-03-01 --count 1");
     ExpectSuccess(r, "text");
@@ -162,7 +162,7 @@ TEST(ScheduleCommand, TextShowsTheRecordAndBothZones) {
         r.out, testing::HasSubstr("2024-03-01 09:00:00.000  2024-03-01 10:00:00.000 Fri +01:00\n"));
 }
 
-TEST(ResolveCommand, ResolvesAgainstAReferenceWithItsExpiration) {
+TEST(CliResolveCommand, ResolvesAgainstAReferenceWithItsExpiration) {
     struct Case {
         std::string args;
         const char* resolved;  // local, or "" when the rule names no date
@@ -214,7 +214,7 @@ TEST(ResolveCommand, ResolvesAgainstAReferenceWithItsExpiration) {
 // Without --at the library's own expiration answers, against the clock; with --at the
 // tool takes the same steps against the reference. With the clock stopped at the
 // reference both must agree.
-TEST(ResolveCommand, NowAndTheSameReferenceAgree) {
+TEST(CliResolveCommand, NowAndTheSameReferenceAgree) {
     const char* rules[] = {"--kind today",
                            "--kind now --hour 2",
                            "--kind this-wednesday",
@@ -238,7 +238,7 @@ TEST(ResolveCommand, NowAndTheSameReferenceAgree) {
 }
 #endif
 
-TEST(DecimalCommand, ExactArithmeticWithTruncation) {
+TEST(CliDecimalCommand, ExactArithmeticWithTruncation) {
     struct Case {
         std::string args;
         const char* line;
@@ -277,7 +277,7 @@ TEST(DecimalCommand, ExactArithmeticWithTruncation) {
     EXPECT_THAT(json.out, testing::HasSubstr("\"fraction_digits\":\"09\""));
 }
 
-TEST(DateCommand, ConvertsAndCountsWorkingDays) {
+TEST(CliDateCommand, ConvertsAndCountsWorkingDays) {
     struct Case {
         std::string args;
         std::vector<std::string> lines;  // each must appear as a whole line
@@ -320,7 +320,7 @@ TEST(DateCommand, ConvertsAndCountsWorkingDays) {
                                              "\"days\":45356"));
 }
 
-TEST(BadInput, OneLineNamingTheFaultAndStatusTwo) {
+TEST(CliBadInput, OneLineNamingTheFaultAndStatusTwo) {
     struct Case {
         std::string args;
         const char* message;  // a part of the error line
@@ -386,7 +386,7 @@ TEST(BadInput, OneLineNamingTheFaultAndStatusTwo) {
     }
 }
 
-TEST(Help, EveryCommandExplainsItself) {
+TEST(CliHelp, EveryCommandExplainsItself) {
     const char* paths[] = {
         "",        "schedule", "schedule next", "schedule series", "schedule range", "resolve",
         "decimal", "date",     "date convert",  "date add",        "date minus",     "date span"};
