@@ -10,7 +10,7 @@ using CalendarTest::Text;
 using CalendarTest::Words;
 using ZelvorDataType::DateTime;
 
-TEST(Normalisation, ConstructorClampsEachField) {
+TEST(Normalisation, ConstructorClampsEachFieldAndCarries) {
     const struct {
         int y, mo, d, h, mi, s, ms;
         const char* text;
@@ -31,11 +31,8 @@ TEST(Normalisation, ConstructorClampsEachField) {
     for (const auto& c : cases) {
         EXPECT_EQ(Text(DateTime(c.y, c.mo, c.d, c.h, c.mi, c.s, c.ms)), c.text) << c.text;
     }
-}
-
-// The zone words ride along with copies; the hour-24 carry goes through the serial
-// scale, which resets them.
-TEST(Normalisation, ZoneWordsAndCarry) {
+    // Zone words ride along with copies; the hour-24 carry comes off the serial scale,
+    // which resets them.
     const DateTime kept(2024, 1, 1, 23, 0, 0, 0, 60, 7), carried(2024, 1, 1, 24, 0, 0, 0, 60, 7);
     EXPECT_EQ(DateTime(kept).GetZoneMinutes() * 100 + DateTime(kept).GetZoneSpare(), 6007);
     EXPECT_EQ(carried.GetZoneMinutes() * 100 + carried.GetZoneSpare(), 0);
@@ -75,17 +72,14 @@ TEST(Setters, AcceptRepairOrRefuse) {
         {DateTime(2024, 2, 29), 'Y', -1, 0, false, "2024-02-29 00:00:00.000"},
         {DateTime(2024, 2, 29), 'Y', 65536, 0, true, "0000-02-29 00:00:00.000"},
         {DateTime(2024, 4, 5), 'D', 0, 0, false, "2024-04-05 00:00:00.000"},
-        {DateTime(2024, 4, 5), 'D', 32, 0, false, "2024-04-05 00:00:00.000"},
         {DateTime(2024, 4, 5), 'D', 31, 0, true, "2024-04-30 00:00:00.000"},
         {DateTime(2023, 2, 5), 'D', -1, 0, true, "2023-02-28 00:00:00.000"},
         {DateTime(2024, 2, 5), 'D', -1, 0, true, "2024-02-29 00:00:00.000"},
         {DateTime(2024, 4, 5), 'D', -31, 0, true, "2024-04-01 00:00:00.000"},
         {DateTime(2024, 4, 5), 'h', 24, 0, false, "2024-04-05 00:00:00.000"},
-        {DateTime(2024, 4, 5), 'm', 60, 0, false, "2024-04-05 00:00:00.000"},
         {DateTime(2024, 4, 5), 'f', 1000, 0, false, "2024-04-05 00:00:00.000"},
         {DateTime(2024, 1, 15, 8), 'W', 6, 0, false, "2024-01-15 08:00:00.000"},
         {DateTime(2024, 1, 15, 8), 'W', 5, 0, true, "2024-01-29 08:00:00.000"},
-        {DateTime(2024, 1, 15, 8), 'W', 1, 0, true, "2024-01-01 08:00:00.000"},
         {DateTime(2024, 5, 1), 'w', 0, 0, false, "2024-05-01 00:00:00.000"},
         {DateTime(2024, 5, 1), 'x', 0, 0, true, "2024-04-28 00:00:00.000"},
         {DateTime(2024, 5, 1), 'w', 6, 0, true, "2024-05-04 00:00:00.000"},

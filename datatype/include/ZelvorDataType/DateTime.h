@@ -98,7 +98,7 @@ class ZELVOR_DATATYPE_API DateTime {
     DateTime(const DateTime& other) noexcept;
     // As the copy constructor; nothing on self-assignment.
     DateTime& operator=(const DateTime& other) noexcept;
-    ~DateTime();
+    ~DateTime() = default;
 
     // Brings the fields into range, in this order: hour 24 with minute and second 0
     // becomes hour 0 with a carry to the next day; month to 1..12; day to at least 1 and
@@ -164,7 +164,8 @@ class ZELVOR_DATATYPE_API DateTime {
     static long long ToMilliseconds(const DateTime& value) noexcept;
     // Serial date of a millisecond count, split by floor: -1 is just under 0.0, and
     // DateTime(MillisecondsToDATE(-1)) is 1899-12-29 23:59:59.999. A count inside the
-    // range of DateTime(double) survives the round trip to the millisecond.
+    // range of DateTime(double) survives the round trip to the millisecond; a count far
+    // beyond the calendar keeps its sign, so the value built from it clamps to that end.
     static double MillisecondsToDATE(long long milliseconds) noexcept;
 
     // The connectivity records of this value. The time form drops the milliseconds; the
@@ -312,9 +313,11 @@ class ZELVOR_DATATYPE_API DateTime {
     static int GetSaveObjSize() noexcept;
     // Writes the saved form: eleven 32-bit words in machine order, the marker -100,
     // year, month, day, hour, minute, second, millisecond, week, day of week (the caches
-    // as they stand, -1 if not computed) and `mode`. -1, writing nothing, if size < 44.
+    // as they stand, -1 if not computed) and `mode`. -1, writing nothing, if size < 44 or
+    // the buffer is null.
     int SaveObj(unsigned int size, void* buffer, int mode) const noexcept;
-    // Reads a saved form, never beyond `size` bytes. -1 if size < 44. The marker -101
+    // Reads a saved form, never beyond `size` bytes. -1 if size < 44 or the buffer is
+    // null. The marker -101
     // gives 1899-12-30 00:00:00.000 and 0 in both modes. Strict (lenient false) insists
     // on the marker -100, a mode word of 0 or 1 and fields in range (a day beyond the
     // month is cut down); after a refusal there the value holds a mix of old and new
@@ -323,6 +326,27 @@ class ZELVOR_DATATYPE_API DateTime {
     int LoadObj(unsigned int size, void* buffer, bool lenient) noexcept;
 
   private:
+    // Fields already known to be in range, stored as they are with both caches not
+    // computed and zone words 0; for the library's own conversions, which would
+    // otherwise pay for a Sanitize that can change nothing.
+    struct InRange {};
+    DateTime(InRange, int year, int month, int day, int hour, int minute, int second,
+             int millisecond) noexcept
+        : mYear(static_cast<unsigned short>(year)),
+          mMonth(static_cast<short>(month)),
+          mDay(static_cast<short>(day)),
+          mHour(static_cast<short>(hour)),
+          mMinute(static_cast<short>(minute)),
+          mSecond(static_cast<short>(second)),
+          mMillisecond(static_cast<short>(millisecond)),
+          mWeek(-1),
+          mDayOfWeek(-1),
+          mZoneMinutes(0),
+          mZoneSpare(0) {}
+    // The result of a zone conversion from fields the platform gave.
+    static DateTime FromPlatformFields(int year, int month, int day, int hour, int minute,
+                                       int second, int millisecond) noexcept;
+
     unsigned short mYear;
     short mMonth;
     short mDay;

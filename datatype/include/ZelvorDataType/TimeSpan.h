@@ -17,9 +17,9 @@ class ZELVOR_DATATYPE_API TimeSpan {
     // TimeSpan(0, 25, 0, 0, -1) is a day and an hour less a millisecond.
     TimeSpan(int days, int hours, int minutes, int seconds, int milliseconds) noexcept;
 
-    TimeSpan(const TimeSpan& other) noexcept;
-    TimeSpan& operator=(const TimeSpan& other) noexcept;
-    ~TimeSpan();
+    TimeSpan(const TimeSpan& other) noexcept = default;
+    TimeSpan& operator=(const TimeSpan& other) noexcept = default;
+    ~TimeSpan() = default;
 
     // Totals, not components, each the count divided by the length of the unit and
     // truncated toward zero: 90 minutes has GetTotalHours 1 and GetTotalMinutes 90, and

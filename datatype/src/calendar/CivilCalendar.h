@@ -122,8 +122,10 @@ constexpr int YearOfSamePattern(int year) {
 // True when the date and time fields name a real instant, as Sanitize leaves them. Only
 // such fields may take the arithmetic shortcuts; anything else goes the platform's way.
 constexpr bool FieldsInRange(long long year, int month, int day, int hour, int minute, int second) {
-    return month >= 1 && month <= 12 && day >= 1 && day <= MonthLength(year, month) && hour >= 0 &&
-           hour <= 23 && minute >= 0 && minute <= 59 && second >= 0 && second <= 59;
+    return month >= 1 && month <= 12 && day >= 1 &&
+           (day <= kDaysInMonth[month - 1] || (month == 2 && day == 29 && IsLeap(year))) &&
+           static_cast<unsigned>(hour) < 24 && static_cast<unsigned>(minute) < 60 &&
+           static_cast<unsigned>(second) < 60;
 }
 
 // Milliseconds since midnight of a time of day.

@@ -62,16 +62,13 @@ void DaysToYmdOutOfRange(int days, unsigned short& year, short& month, short& da
 
 // Day number of the value's date, 0 when the month is out of range.
 int DayNumberOf(unsigned short year, short month, short day) {
-    return DateTime::YMDToDAYS(year, month, day);
+    return month >= 1 && month <= 12 ? internal::YmdToDays(year, month, day) : 0;
 }
 
 }  // namespace
 
 int DateTime::YMDToDAYS(unsigned short year, short month, short day) noexcept {
-    if (month < 1 || month > 12) {
-        return 0;
-    }
-    return internal::YmdToDays(year, month, day);
+    return DayNumberOf(year, month, day);
 }
 
 void DateTime::DAYSToYMD(int days, unsigned short& year, short& month, short& day) noexcept {
@@ -126,8 +123,10 @@ DateTime::DateTime(double serial) noexcept
         fraction = 0.0;
     }
 
-    // Nearest millisecond, halves up; a fraction that rounds to a whole day stays on its
-    // own day at 23:59:59.999.
+    // Nearest millisecond, halves up, by adding 0.5 and truncating: that sum is the
+    // rounding of the serial scale, so lround's exact halves would differ from it. A
+    // fraction that rounds to a whole day stays on its own day at 23:59:59.999.
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings)
     long long ms = static_cast<long long>(fraction * 86400000.0 + 0.5);
     if (ms == kMsPerDay) {
         ms = kMsPerDay - 1;

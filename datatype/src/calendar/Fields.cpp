@@ -56,9 +56,15 @@ DateTime& DateTime::operator=(const DateTime& other) noexcept {
     return *this;
 }
 
-DateTime::~DateTime() = default;
-
 int DateTime::Sanitize(bool clamp) noexcept {
+    // Nearly every call finds a real date and time; let those through at once. February
+    // 29 and everything out of range take the steps below.
+    if (mMonth >= 1 && mMonth <= 12 && mDay >= 1 && mDay <= internal::kDaysInMonth[mMonth - 1] &&
+        static_cast<unsigned short>(mHour) < 24 && static_cast<unsigned short>(mMinute) < 60 &&
+        static_cast<unsigned short>(mSecond) < 60 &&
+        static_cast<unsigned short>(mMillisecond) < 1000) {
+        return 0;
+    }
     // 24:00:00 is midnight of the next day; the milliseconds ride along.
     const bool carry = mHour == 24 && mMinute == 0 && mSecond == 0;
     if (carry) {

@@ -15,10 +15,6 @@ TimeSpan::TimeSpan(int days, int hours, int minutes, int seconds, int millisecon
     : mMilliseconds(days * internal::kMsPerDay + hours * 3600000LL + minutes * 60000LL +
                     seconds * 1000LL + milliseconds) {}
 
-TimeSpan::TimeSpan(const TimeSpan& other) noexcept = default;
-TimeSpan& TimeSpan::operator=(const TimeSpan& other) noexcept = default;
-TimeSpan::~TimeSpan() = default;
-
 // Totals beyond 32 bits keep their low 32 bits (a modular conversion).
 int TimeSpan::GetTotalDays() const noexcept {
     return static_cast<int>(mMilliseconds / internal::kMsPerDay);

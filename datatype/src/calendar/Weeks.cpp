@@ -12,33 +12,54 @@ namespace ZelvorDataType {
 using internal::kMsPerDay;
 using internal::kMsPerWeek;
 
-void DateTime::SetWeekAndDayOfWeek() const noexcept {
-    if (internal::FieldsInRange(mYear, mMonth, mDay, mHour, mMinute, mSecond)) {
-        // The weekday of a real date is plain arithmetic; the platform would give the
-        // same answer through the year of the same pattern, at a hundred times the cost.
-        mDayOfWeek =
-            static_cast<short>(internal::DayOfWeek(internal::YmdToDays(mYear, mMonth, mDay)));
-    } else {
-        // Fields out of range (a refused load, say) are the platform's to normalise.
-        tm broken{};
-        if (static_cast<int32_t>(mktime(broken)) == -1) {
-            return;
-        }
-        mDayOfWeek = static_cast<short>(broken.tm_wday);
+namespace {
+
+// The weekday of fields out of range (a refused load, say) is the platform's: mktime
+// normalises them through the year of the same pattern. -1 if it fails.
+[[gnu::noinline]] int PlatformWeekday(unsigned short year, short month, short day, short hour,
+                                      short minute, short second) {
+    tm broken{};
+    broken.tm_year = internal::YearOfSamePattern(year) - 1900;
+    broken.tm_mon = month - 1;
+    broken.tm_mday = day;
+    broken.tm_hour = hour;
+    broken.tm_min = minute;
+    broken.tm_sec = second;
+    broken.tm_isdst = -1;
+    return static_cast<int32_t>(::mktime(&broken)) == -1 ? -1 : broken.tm_wday;
+}
+
+// Fills the week and day-of-week caches from the fields. File-local and inline, so that
+// the getters compute a real date's weekday without a further call: plain arithmetic,
+// which gives what the platform would give through the year of the same pattern.
+inline void FillWeekCaches(unsigned short year, short month, short day, short hour, short minute,
+                           short second, short& week, short& dayOfWeek) {
+    const int weekday = internal::FieldsInRange(year, month, day, hour, minute, second)
+                            ? internal::DayOfWeek(internal::YmdToDays(year, month, day))
+                            : PlatformWeekday(year, month, day, hour, minute, second);
+    if (weekday < 0) {
+        return;
     }
-    mWeek = static_cast<short>(internal::WeekOfMonth(mDay, mDayOfWeek));
+    dayOfWeek = static_cast<short>(weekday);
+    week = static_cast<short>(internal::WeekOfMonth(day, weekday));
+}
+
+}  // namespace
+
+void DateTime::SetWeekAndDayOfWeek() const noexcept {
+    FillWeekCaches(mYear, mMonth, mDay, mHour, mMinute, mSecond, mWeek, mDayOfWeek);
 }
 
 int DateTime::GetWeek() const noexcept {
     if (mWeek == -1) {
-        SetWeekAndDayOfWeek();
+        FillWeekCaches(mYear, mMonth, mDay, mHour, mMinute, mSecond, mWeek, mDayOfWeek);
     }
     return mWeek;
 }
 
 int DateTime::GetDayOfWeek() const noexcept {
     if (mDayOfWeek == -1) {
-        SetWeekAndDayOfWeek();
+        FillWeekCaches(mYear, mMonth, mDay, mHour, mMinute, mSecond, mWeek, mDayOfWeek);
     }
     return mDayOfWeek;
 }

@@ -20,28 +20,17 @@ namespace {
 
 constexpr long long kSecondsPerDay = 86400;
 
-// A value of the seconds since 1970, split by floor into days and the time of day.
-struct UtcBreakdown {
-    internal::CivilDate date;
-    int hour;
-    int minute;
-    int second;
-};
-
-UtcBreakdown BreakDown(long long seconds) {
-    long long days = seconds / kSecondsPerDay;
-    long long secondOfDay = seconds - days * kSecondsPerDay;
-    if (secondOfDay < 0) {
-        secondOfDay += kSecondsPerDay;
-        --days;
-    }
-    const int hourMinuteSecond = static_cast<int>(secondOfDay);
-    return UtcBreakdown{
-        internal::DaysToCivil(static_cast<int>(days) + internal::kUnixEpochDayNumber),
-        hourMinuteSecond / 3600, hourMinuteSecond % 3600 / 60, hourMinuteSecond % 60};
-}
-
 }  // namespace
+
+DateTime DateTime::FromPlatformFields(int year, int month, int day, int hour, int minute,
+                                      int second, int millisecond) noexcept {
+    // The platform's fields are in range (bar a leap second), so only milliseconds that
+    // came in out of range need the clamping constructor.
+    if (second < 60 && millisecond >= 0 && millisecond <= 999) {
+        return DateTime(InRange{}, year, month, day, hour, minute, second, millisecond);
+    }
+    return DateTime(year, month, day, hour, minute, second, millisecond, 0, 0);
+}
 
 int DateTime::YearOfSamePattern(int year) noexcept {
     return internal::YearOfSamePattern(year);
@@ -83,36 +72,68 @@ DateTime DateTime::ToUTCTime() const noexcept {
     if (seconds == -1) {
         return Now();
     }
-    // mktime leaves `local` normalised (a time in a spring-forward gap moves on) with the
-    // offset that it applied, so UTC is that wall time less the offset: the same fields
-    // the platform's gmtime_r gives for `seconds`, leap-second zones included, without a
-    // second trip through the zone machinery.
-    const long long localSeconds = internal::YmdToDays(static_cast<unsigned>(local.tm_year + 1900),
-                                                       local.tm_mon + 1, local.tm_mday) *
-                                       kSecondsPerDay +
-                                   local.tm_hour * 3600LL + local.tm_min * 60LL + local.tm_sec;
-    const UtcBreakdown utc =
-        BreakDown(localSeconds - local.tm_gmtoff - internal::kUnixEpochDayNumber * kSecondsPerDay);
+    // mktime leaves `local` normalised (a time in a spring-forward gap moves on) together
+    // with the offset that it applied, so UTC is that wall time less the offset: the
+    // fields the platform's gmtime_r gives for `seconds`, leap-second zones included,
+    // reached by stepping at most a day or two instead of a second trip through the zone
+    // machinery.
+    int year = local.tm_year + 1900;
+    int month = local.tm_mon + 1;
+    int day = local.tm_mday;
+    long secondOfDay = local.tm_hour * 3600L + local.tm_min * 60L + local.tm_sec - local.tm_gmtoff;
+    while (secondOfDay < 0) {
+        secondOfDay += kSecondsPerDay;
+        if (--day == 0) {
+            if (--month == 0) {
+                month = 12;
+                --year;
+            }
+            day = internal::MonthLength(year, month);
+        }
+    }
+    while (secondOfDay >= kSecondsPerDay) {
+        secondOfDay -= kSecondsPerDay;
+        if (++day > internal::MonthLength(year, month)) {
+            day = 1;
+            if (++month == 13) {
+                month = 1;
+                ++year;
+            }
+        }
+    }
     // The pattern year and the real year differ by a constant, which also holds when the
     // conversion crosses New Year; mYear + difference wraps in 16 bits.
-    const int yearShift = (utc.date.year - 1900) - local.tm_year;
-    return DateTime(mYear + yearShift, utc.date.month, utc.date.day, utc.hour, utc.minute,
-                    utc.second, mMillisecond, 0, 0);
+    const int hourMinuteSecond = static_cast<int>(secondOfDay);
+    return FromPlatformFields(mYear + (year - 1900 - local.tm_year), month, day,
+                              hourMinuteSecond / 3600, hourMinuteSecond % 3600 / 60,
+                              hourMinuteSecond % 60, mMillisecond);
 }
 
 DateTime DateTime::ToLocalTime() const noexcept {
     const int patternYear = internal::YearOfSamePattern(mYear);
-    DateTime scratch(*this);
-    scratch.mYear = static_cast<unsigned short>(patternYear);
-    scratch.mMillisecond = 0;
-    const time_t seconds = (ToMilliseconds(scratch) - internal::kUnixEpochMs) / 1000;
+    // The fields read as UTC in the pattern year, as seconds since 1970 with the
+    // milliseconds dropped. Fields in range are read as they stand; others (only a
+    // refused load leaves them) first go through a clamping copy.
+    time_t seconds;
+    if (internal::FieldsInRange(mYear, mMonth, mDay, mHour, mMinute, mSecond)) {
+        seconds = (internal::YmdToDays(static_cast<unsigned>(patternYear), mMonth, mDay) -
+                   internal::kUnixEpochDayNumber) *
+                      kSecondsPerDay +
+                  mHour * 3600LL + mMinute * 60LL + mSecond;
+    } else {
+        DateTime scratch(*this);
+        scratch.mYear = static_cast<unsigned short>(patternYear);
+        scratch.mMillisecond = 0;
+        seconds = (ToMilliseconds(scratch) - internal::kUnixEpochMs) / 1000;
+    }
     tm local{};
     if (localtime_r(&seconds, &local) == nullptr) {
         // Not reached for pattern years; keep the fields rather than invent a date.
-        return scratch;
+        return DateTime(*this);
     }
-    return DateTime(mYear + (local.tm_year + 1900 - patternYear), local.tm_mon + 1, local.tm_mday,
-                    local.tm_hour, local.tm_min, local.tm_sec, mMillisecond, 0, 0);
+    return FromPlatformFields(mYear + (local.tm_year + 1900 - patternYear), local.tm_mon + 1,
+                              local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec,
+                              mMillisecond);
 }
 
 int DateTime::GetTimeZoneBias() const noexcept {
