@@ -113,15 +113,17 @@ class ZELVOR_DATATYPE_API BigDecimal {
     bool IsInvalid() const noexcept { return mScale < 0; }
 
     // A new value object from `buffer` (heap if null) that takes over `bigInt` (a
-    // BigInt* from the same place) with `scale`, without a copy or a check.
+    // BigInt* from the same place) with `scale`, without a copy or a check. Should the
+    // object itself not be allocated, a heap `bigInt` is deleted before the throw.
     static BigDecimal* CreateBigDecimal(void* bigInt, int scale,
                                         ZelvorBase::Buffer* buffer = nullptr);
 
     // Marks this value invalid.
     void _CreateInvalidBigDecimal() noexcept { mScale = ScaleInvalid; }
 
-    // Parses `text` into this still empty value (valid or invalid afterwards). Throws
-    // only what allocation throws.
+    // Parses `text` into this still empty value (valid or invalid afterwards). A value
+    // already set throws "Cannot change BigDecimal value after it is initialized";
+    // otherwise only allocation throws.
     void _StrToBigDecimal(const char* text);
 
     // The first `c` in [begin, end), or null.
@@ -195,7 +197,12 @@ class ZELVOR_DATATYPE_API BigDecimal {
 
   private:
     // Throws "Invalid BigDecimal" unless the value is valid.
-    void CheckValid() const;
+    void CheckValid() const {
+        if (IsInvalid()) {
+            ThrowInvalid();
+        }
+    }
+    [[noreturn]] static void ThrowInvalid();
     // A new value from this value's Buffer holding `op` of the two operands.
     BigDecimalHandle Combine(int op, const BigDecimal& other, int resultScale,
                              int divisionScale) const;

@@ -99,8 +99,9 @@ class ZELVOR_DATATYPE_API BigInt {
                                 int scaleB = 0, int resultScale = 0);
 
     // Digit routines on magnitudes. Each writes the result digits, most significant
-    // first, into `result`, sets `resultLength` and writes a NUL behind them; none
-    // allocates except Divide (work areas, released before it returns).
+    // first, into `result`, sets `resultLength` and writes a NUL behind them. They take
+    // nothing from a Buffer; Times and Divide use stack scratch for short operands and
+    // heap scratch for long ones, released before they return.
 
     // a + b aligned by `shift`, one digit wider than the wider aligned operand (the
     // first digit is '0' without a carry): 999 + 1 gives "1000", 25 (scale 2) + 5
@@ -120,7 +121,8 @@ class ZELVOR_DATATYPE_API BigInt {
     // digit count wanted, R = digits of the dividend - significant digits of b + 1, and
     // is left unchanged; the quotient is written with zeros in front to R digits
     // (1500 / 3 with R 4 gives "0500"). R of 0 or less writes nothing. Capacity: R + 1.
-    // `b` must have a non-zero digit.
+    // A `b` without a non-zero digit has no quotient; R zeros are written. Work areas
+    // of long operands come from the heap and are released before it returns.
     static void Divide(char* result, int& resultLength, const BigInt* a, const BigInt* b,
                        int extra);
 
@@ -145,6 +147,13 @@ class ZELVOR_DATATYPE_API BigInt {
                                 int m);
 
   private:
+    // The digit array, or "" for a zero that has none.
+    const char* DigitText() const noexcept { return mDigits != nullptr ? mDigits : ""; }
+
+    // Builds a result from digits that are known to be digits: the zeros in front are
+    // dropped, nothing else is looked at.
+    static BigInt* FromDigits(const char* digits, int length, int sign, ZelvorBase::Buffer* buffer);
+
     // A copy of `source` with `pad` '0' digits appended and the sign `sign`.
     static BigInt* ClonePadded(const BigInt& source, int pad, int sign, ZelvorBase::Buffer* buffer);
 

@@ -62,10 +62,8 @@ BigDecimal* BigDecimalHandle::Release() noexcept {
     return value;
 }
 
-void BigDecimal::CheckValid() const {
-    if (IsInvalid()) {
-        throw Exception(L"Invalid BigDecimal");
-    }
+void BigDecimal::ThrowInvalid() {
+    throw Exception(L"Invalid BigDecimal");
 }
 
 int BigDecimal::CompareTo(const BigDecimal& other) const {

@@ -9,9 +9,13 @@
 #include <memory>
 #include <new>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 namespace ZelvorDataType {
+
+// Scale, then the Buffer and the digits: three fields and nothing else.
+static_assert(std::is_standard_layout_v<BigDecimal> && sizeof(BigDecimal) == 24);
 
 namespace {
 

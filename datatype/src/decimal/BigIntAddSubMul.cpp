@@ -1,9 +1,10 @@
 // BigInt: addition, subtraction and multiplication of magnitudes.
 //
 // The routines give the digit characters of the exact result, zeros in front up to the
-// stated width. They work on nine digits at a time (see DigitWords.h); digit by digit
-// loops give the same characters, since the exact sum, difference or product written to
-// a fixed width is one string.
+// stated width. Sums and differences run the digit-by-digit loop eight digits at a
+// step on lanes; products work on words of nine digits (see DigitWords.h). A digit by
+// digit loop gives the same characters, since the exact result written to a fixed width
+// is one string.
 #include <ZelvorDataType/BigInt.h>
 
 #include <algorithm>
@@ -17,26 +18,14 @@ namespace ZelvorDataType {
 namespace {
 
 using internal::kWordBase;
-using internal::LoadWord;
-using internal::StoreWord;
-using internal::WordCount;
 
 struct Digits {
     const char* text;
     int64_t length;
 };
-
-Digits View(const BigInt* value) {
-    const char* text = nullptr;
-    int sign = 0;
-    int length = 0;
-    int leadingZeros = 0;
-    value->GetRawForm(text, sign, length, leadingZeros);
-    if (text == nullptr) {
-        return {"", 0};
-    }
-    return {text, length};
-}
+using internal::LoadWord;
+using internal::StoreWord;
+using internal::WordCount;
 
 // Rows of a product that can be added into one 64-bit column before it has to be
 // brought back below 10^9: 18 * (10^9 - 1)^2 + 10^9 is still below 2^64.
@@ -56,55 +45,53 @@ void CarryColumns(uint64_t* columns, int64_t count) noexcept {
 void BigInt::Plus(char* result, int& resultLength, const BigInt* a, const BigInt* b, int shift) {
     // `low` is the operand whose digits reach further right; the other one is seen
     // with `s` zeros appended.
-    Digits low = View(a);
-    Digits high = View(b);
+    Digits low{a->DigitText(), a->mLength};
+    Digits high{b->DigitText(), b->mLength};
     int64_t s = shift;
     if (s < 0) {
         std::swap(low, high);
         s = -s;
     }
     const int64_t n = std::max(high.length + s, low.length) + 1;  // one more for the carry
-    uint32_t carry = 0;
-    for (int64_t k = 0, words = WordCount(n); k < words; ++k) {
-        uint32_t word =
-            LoadWord(low.text, low.length, 0, k) + LoadWord(high.text, high.length, s, k) + carry;
-        carry = word >= kWordBase ? 1 : 0;
-        word -= carry * kWordBase;
-        StoreWord(result, n, k, word);
+    uint64_t carry = 0;
+    for (int64_t k = 0, lanes = internal::LaneCount(n); k < lanes; ++k) {
+        const uint64_t sum =
+            internal::AddLanes(internal::LoadLanes(low.text, low.length, 0, k),
+                               internal::LoadLanes(high.text, high.length, s, k), carry);
+        internal::StoreLanes(result, n, k, sum);
     }
     resultLength = static_cast<int>(n);
     result[n] = '\0';
 }
 
 void BigInt::Minus(char* result, int& resultLength, const BigInt* a, const BigInt* b, int shift) {
-    const Digits x = View(a);
-    const Digits y = View(b);
+    const Digits x{a->DigitText(), a->mLength};
+    const Digits y{b->DigitText(), b->mLength};
     const int64_t s = shift;
     const int64_t offsetA = s < 0 ? -s : 0;  // b has more places: a gets implied zeros
     const int64_t offsetB = s > 0 ? s : 0;
     const int64_t n = x.length + offsetA;
-    const int64_t words = WordCount(n);
-    int64_t borrow = 0;
-    for (int64_t k = 0; k < words; ++k) {
-        uint32_t subtrahend = LoadWord(y.text, y.length, offsetB, k);
-        if (k == words - 1) {
+    const int64_t lanes = internal::LaneCount(n);
+    uint64_t borrow = 0;
+    for (int64_t k = 0; k < lanes; ++k) {
+        uint64_t subtrahend = internal::LoadLanes(y.text, y.length, offsetB, k);
+        const int64_t inside = n - k * internal::kLaneDigits;
+        if (inside < internal::kLaneDigits) {
             // Digits of b left of the result's first position are zeros when |a| >= |b|;
             // they are never read, as a digit by digit loop would not reach them.
-            subtrahend %= internal::kPow10[n - k * internal::kWordDigits];
+            subtrahend &= (uint64_t{1} << (8 * inside)) - 1;
         }
-        int64_t word =
-            static_cast<int64_t>(LoadWord(x.text, x.length, offsetA, k)) - subtrahend - borrow;
-        borrow = word < 0 ? 1 : 0;
-        word += borrow * kWordBase;
-        StoreWord(result, n, k, static_cast<uint32_t>(word));
+        const uint64_t difference = internal::SubtractLanes(
+            internal::LoadLanes(x.text, x.length, offsetA, k), subtrahend, borrow);
+        internal::StoreLanes(result, n, k, difference);
     }
     resultLength = static_cast<int>(n);
     result[n] = '\0';
 }
 
 void BigInt::Times(char* result, int& resultLength, const BigInt* a, const BigInt* b) {
-    const Digits x = View(a);
-    const Digits y = View(b);
+    const Digits x = Digits{a->DigitText(), a->mLength};
+    const Digits y = Digits{b->DigitText(), b->mLength};
     const int64_t n = x.length + y.length;
     resultLength = static_cast<int>(n);
     result[n] = '\0';

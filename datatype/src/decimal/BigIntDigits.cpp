@@ -6,11 +6,16 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
 
 #include "decimal/DigitWords.h"
 
 namespace ZelvorDataType {
+
+// Sign, length and leading-zero count, then the two pointers: the record keeps its
+// order and its size on the 64-bit targets we build for.
+static_assert(std::is_standard_layout_v<BigInt> && sizeof(BigInt) == 32);
 
 namespace {
 
@@ -59,17 +64,29 @@ BigInt::BigInt(const char* digits, int length, int sign, int padZeros, bool keep
     mDigits = AllocateDigits(mLength, buffer);
     mDigits[mLength] = '\0';
 
-    const int copied = mLength - padZeros;
-    int stored = 0;
-    for (; stored < copied && *source != '\0'; ++source) {
-        const char c = *source;
-        if (c == '.') {
-            continue;
+    // Copy runs of characters between points, never past the text's terminator, then
+    // turn anything that is not a digit into '0'.
+    const size_t copied = static_cast<size_t>(mLength - padZeros);
+    size_t stored = 0;
+    while (stored < copied) {
+        const size_t run = strnlen(source, copied - stored);
+        const char* point = static_cast<const char*>(std::memchr(source, '.', run));
+        const size_t take = point != nullptr ? static_cast<size_t>(point - source) : run;
+        std::memcpy(mDigits + stored, source, take);
+        stored += take;
+        source += take;
+        if (point == nullptr) {
+            break;
         }
-        mDigits[stored++] = IsDigit(c) ? c : '0';
+        ++source;
+    }
+    for (size_t i = 0; i < stored; ++i) {
+        if (!IsDigit(mDigits[i])) {
+            mDigits[i] = '0';
+        }
     }
     // A text shorter than announced, and the requested padding, both end in zeros.
-    std::memset(mDigits + stored, '0', static_cast<size_t>(mLength - stored));
+    std::memset(mDigits + stored, '0', static_cast<size_t>(mLength) - stored);
 }
 
 BigInt::BigInt(const BigInt& other, ZelvorBase::Buffer* buffer)
@@ -147,6 +164,27 @@ BigInt* BigInt::Clone(ZelvorBase::Buffer* buffer, int /*unused*/) const {
 
 BigInt* BigInt::CreateZero(ZelvorBase::Buffer* buffer) {
     return new (buffer) BigInt();
+}
+
+BigInt* BigInt::FromDigits(const char* digits, int length, int sign, ZelvorBase::Buffer* buffer) {
+    const int64_t zeros = internal::CountLeadingZeros(digits, length);
+    const int count = sign == 0 ? 0 : length - static_cast<int>(zeros);
+    std::unique_ptr<char[]> owned;
+    char* copy = nullptr;
+    if (buffer != nullptr) {
+        copy = AllocateDigits(count, buffer);
+    } else {
+        owned.reset(AllocateDigits(count, nullptr));
+        copy = owned.get();
+    }
+    std::memcpy(copy, digits + zeros, static_cast<size_t>(count));
+    copy[count] = '\0';
+    BigInt* result = new (buffer) BigInt();
+    result->mSign = sign;
+    result->mLength = count;
+    result->mBuffer = buffer;
+    result->mDigits = buffer != nullptr ? copy : owned.release();
+    return result;
 }
 
 BigInt* BigInt::ClonePadded(const BigInt& source, int pad, int sign, ZelvorBase::Buffer* buffer) {

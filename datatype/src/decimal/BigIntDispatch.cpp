@@ -148,7 +148,9 @@ BigInt* BigInt::CalculateBuf(int op, const BigInt* a, const BigInt* b, int shift
             Divide(area, length, a, b, static_cast<int>(extra));
             break;
     }
-    return new (buffer) BigInt(area, length, sign, 0, false, buffer);
+    // The routines write digits only, so the text constructor's checks can be skipped;
+    // the result is the same object it would build.
+    return FromDigits(area, length, sign, buffer);
 }
 
 }  // namespace ZelvorDataType

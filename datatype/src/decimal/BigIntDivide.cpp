@@ -105,8 +105,8 @@ void BigInt::Divide(char* result, int& resultLength, const BigInt* a, const BigI
         return;
     }
     result[r] = '\0';
-    const char* dividend = a->mDigits != nullptr ? a->mDigits : "";
-    const char* divisor = b->mDigits != nullptr ? b->mDigits : "";
+    const char* dividend = a->DigitText();
+    const char* divisor = b->DigitText();
     const int64_t zeros = internal::CountLeadingZeros(divisor, b->mLength);
     divisor += zeros;
     const int64_t n = b->mLength - zeros;

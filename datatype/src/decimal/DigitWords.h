@@ -63,8 +63,29 @@ inline uint32_t LoadWord(const char* digits, int64_t length, int64_t offset, int
     return v * kPow10[end - last];  // end - last < 9: a word of appended zeros returned above
 }
 
+// The eight digits of `v` (below 10^8) as ASCII bytes in reading order. Splits v into
+// two 4-digit halves, each half into two 2-digit quarters and each quarter into two
+// digits, all lanes of one register at a time; the multiply-shift pairs divide
+// exactly by 10^4, 10^2 and 10 over the ranges that occur.
+inline uint64_t EightDigits(uint32_t v) noexcept {
+    const uint64_t halves = v + ((uint64_t{1} << 32) - 10000) * ((v * uint64_t{109951163}) >> 40);
+    const uint64_t quarters =
+        halves + ((uint64_t{1} << 16) - 100) *
+                     (((halves * 10486) >> 20) & ((uint64_t{0x7F} << 32) | uint64_t{0x7F}));
+    const uint64_t digits =
+        quarters + ((uint64_t{1} << 8) - 10) *
+                       (((quarters * 103) >> 10) & ((uint64_t{0xF} << 48) | (uint64_t{0xF} << 32) |
+                                                    (uint64_t{0xF} << 16) | uint64_t{0xF}));
+    // The lowest byte holds the last digit; memory wants the first digit first.
+    return __builtin_bswap64(digits) + 0x3030303030303030ULL;
+}
+
 // Writes the nine digits of `word` (below 10^9) at `out`.
-void WriteNine(char* out, uint32_t word) noexcept;
+inline void WriteNine(char* out, uint32_t word) noexcept {
+    out[0] = static_cast<char>('0' + word / 100000000);
+    const uint64_t eight = EightDigits(word % 100000000);
+    std::memcpy(out + 1, &eight, sizeof eight);
+}
 
 // Stores `word` as word k of the `length` digit characters at `out`; the digits of the
 // top word that fall left of the string are dropped.
@@ -78,6 +99,119 @@ inline void StoreWord(char* out, int64_t length, int64_t k, uint32_t word) noexc
     char nine[kWordDigits];
     WriteNine(nine, word);
     std::memcpy(out, nine - start, static_cast<size_t>(end));
+}
+
+// Eight digits in the eight bytes of a register, one digit value (0 to 9) a byte, the
+// least significant digit in the lowest byte: "lanes". Sums and differences of lanes
+// carry and borrow from byte to byte as decimal digits do (see AddLanes), so a
+// digit-by-digit loop runs eight digits a step with no conversion at all.
+constexpr int kLaneDigits = 8;
+constexpr uint64_t kLaneZeros = 0x3030303030303030ULL;  // "00000000"
+constexpr uint64_t kLaneLowBits = 0x0101010101010101ULL;
+
+constexpr int64_t LaneCount(int64_t digits) {
+    return (digits + kLaneDigits - 1) / kLaneDigits;
+}
+
+// Up to eight bytes from `p` into the low bytes of a register, in memory order, by
+// loads of 4, 2 and 1 bytes: a copy through a stack buffer would stall the load that
+// follows it.
+inline uint64_t LoadBytes(const char* p, int64_t count) noexcept {
+    uint64_t value = 0;
+    int shift = 0;
+    if ((count & 4) != 0) {
+        uint32_t part;
+        std::memcpy(&part, p, sizeof part);
+        value = part;
+        p += 4;
+        shift = 32;
+    }
+    if ((count & 2) != 0) {
+        uint16_t part;
+        std::memcpy(&part, p, sizeof part);
+        value |= uint64_t{part} << shift;
+        p += 2;
+        shift += 16;
+    }
+    if ((count & 1) != 0) {
+        value |= uint64_t{static_cast<unsigned char>(*p)} << shift;
+    }
+    return value;
+}
+
+// The low `count` (below 8) bytes of `value` to `out`, in memory order.
+inline void StoreBytes(char* out, uint64_t value, int64_t count) noexcept {
+    if ((count & 4) != 0) {
+        const auto part = static_cast<uint32_t>(value);
+        std::memcpy(out, &part, sizeof part);
+        out += 4;
+        value >>= 32;
+    }
+    if ((count & 2) != 0) {
+        const auto part = static_cast<uint16_t>(value);
+        std::memcpy(out, &part, sizeof part);
+        out += 2;
+        value >>= 16;
+    }
+    if ((count & 1) != 0) {
+        *out = static_cast<char>(value);
+    }
+}
+
+// Lane k (counted from the right, like words) of `digits[0, length)` with `offset` zeros
+// appended; positions outside the string are zeros.
+inline uint64_t LoadLanes(const char* digits, int64_t length, int64_t offset, int64_t k) noexcept {
+    const int64_t end = length + offset - k * kLaneDigits;
+    const int64_t start = end - kLaneDigits;
+    uint64_t text = kLaneZeros;
+    if (start >= 0 && end <= length) {
+        std::memcpy(&text, digits + start, sizeof text);
+    } else if (end > 0 && start < length) {
+        const int64_t first = start < 0 ? 0 : start;
+        const int64_t last = end < length ? end : length;
+        const int64_t count = last - first;
+        const int64_t at = 8 * (first - start);  // bit position of the first byte read
+        const uint64_t range = ((uint64_t{1} << (8 * count)) - 1) << at;  // count < 8 here
+        text = (kLaneZeros & ~range) | (LoadBytes(digits + first, count) << at);
+    }
+    return __builtin_bswap64(text) - kLaneZeros;  // reading order puts the first digit lowest
+}
+
+// Writes lane k of the `length` digit characters at `out`, dropping digits of the top
+// lane that fall left of the string.
+inline void StoreLanes(char* out, int64_t length, int64_t k, uint64_t lanes) noexcept {
+    const uint64_t text = __builtin_bswap64(lanes + kLaneZeros);
+    const int64_t end = length - k * kLaneDigits;
+    const int64_t start = end - kLaneDigits;
+    if (start >= 0) {
+        std::memcpy(out + start, &text, sizeof text);
+    } else {
+        StoreBytes(out, text >> (8 * -start), end);
+    }
+}
+
+// x + y + carry on lanes. Adding 246 to every byte makes a byte overflow into the next
+// one exactly when its digit sum reaches 10, so the binary carry chain is the decimal
+// one. Bytes that did not overflow hold digit + 246 (their top bit is set) and get the
+// 246 back; bytes that did hold digit sum - 10. `carry` goes in at the lowest digit and
+// comes out of the highest.
+inline uint64_t AddLanes(uint64_t x, uint64_t y, uint64_t& carry) noexcept {
+    const uint64_t sum = x + y + carry;  // each byte at most 19: no byte overflows yet
+    const uint64_t shifted = sum + 0xF6F6F6F6F6F6F6F6ULL;
+    carry = shifted < sum ? 1 : 0;
+    const uint64_t kept = (shifted >> 7) & kLaneLowBits;
+    return shifted - kept * 0xF6;
+}
+
+// x - y - borrow on lanes. A byte that goes below zero borrows from the next one in
+// the binary subtraction just as a decimal digit does, and holds digit + 256 - 10 too
+// many; those bytes have their top bit set and get 246 taken off.
+inline uint64_t SubtractLanes(uint64_t x, uint64_t y, uint64_t& borrow) noexcept {
+    const uint64_t partial = x - y;
+    const uint64_t difference = partial - borrow;
+    borrow = (x < y || partial < borrow) ? 1 : 0;
+    const uint64_t borrowed = (difference >> 7) & kLaneLowBits;
+    return difference - borrowed * 0xF6;
 }
 
 // `count` words of a digit string (with `offset` zeros appended), least significant
