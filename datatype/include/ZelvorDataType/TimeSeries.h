@@ -303,7 +303,7 @@ class ZELVOR_DATATYPE_API TimeSeriesImpl final : public TimeSeries {
     // in the mask (bits 0-6) while the day of week is FIXED, times 24, 60, 60 and 1000
     // for each of hour, minute, second and millisecond at EVERY; plus 2. Daily at 10:30
     // gives 374, every two hours 8930. The product is taken in 64 bits; a count below 0
-    // counts as 0, and the result is capped at 1048576: the array grows beyond that as
+    // counts as 0, and the result is capped at 65536: the array grows beyond that as
     // the walk needs, so a dense schedule doesn't allocate for points it never yields.
     unsigned int EstimateCapacity(int startYear, int endYear) const;
 

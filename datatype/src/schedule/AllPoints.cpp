@@ -24,17 +24,22 @@ static_assert(sizeof(Slot) == sizeof(DateTime) && alignof(Slot) == alignof(DateT
 
 class PointArray {
   public:
-    explicit PointArray(unsigned int capacity) : mSlots(new Slot[capacity]), mCapacity(capacity) {}
+    // `capacity` entries to start with, for a walk over the local times `from` to `to`
+    // (milliseconds of the wall clock).
+    PointArray(unsigned int capacity, long long from, long long to)
+        : mSlots(new Slot[capacity]), mCapacity(capacity), mTo(to), mFirstAt(from) {}
 
-    // Appends a point, doubling the array when it is full; false once the count would
-    // leave 32 bits, which the result can't report.
-    bool Push(const DateTime& point) {
+    // Appends the point of local time `at`, growing the array when it is full; false
+    // once the count would leave 32 bits, which the result can't report.
+    bool Push(const DateTime& point, long long at) {
+        if (mSize == 0) {
+            mFirstAt = at;
+        }
         if (mSize == mCapacity) {
             if (mCapacity == UINT_MAX) {
                 return false;
             }
-            const unsigned int capacity =
-                static_cast<unsigned int>(std::min<unsigned long long>(2ULL * mCapacity, UINT_MAX));
+            const unsigned int capacity = NextCapacity(at);
             std::unique_ptr<Slot[]> grown(new Slot[capacity]);
             std::copy(mSlots.get(), mSlots.get() + mSize, grown.get());
             mSlots = std::move(grown);
@@ -50,10 +55,33 @@ class PointArray {
     }
 
   private:
+    // Every entry is built before the walk can use it, so growing by halves would
+    // build (and touch) about twice the entries needed. The walk's pace so far
+    // projects what the rest of the range needs, a little more for safety; at least
+    // double, and at most eight times, so a schedule that thins out later can't make
+    // the array far larger than its points.
+    unsigned int NextCapacity(long long at) const {
+        const double doubled = 2.0 * mCapacity;
+        double wanted = doubled;
+        if (at > mFirstAt) {
+            const double pace = double(mSize) / double(at - mFirstAt);
+            wanted =
+                std::clamp(pace * double(mTo - mFirstAt) * 1.05 + 16, doubled, 8.0 * mCapacity);
+        }
+        return static_cast<unsigned int>(std::min(wanted, double(UINT_MAX)));
+    }
+
     std::unique_ptr<Slot[]> mSlots;
     unsigned int mCapacity;
     unsigned int mSize = 0;
+    long long mTo;       // end of the range
+    long long mFirstAt;  // local time of the first point
 };
+
+// Stores `current` in UTC.
+bool Store(PointArray& array, const WallTime& current) {
+    return array.Push(internal::ToUTC(current), current.TotalMilliseconds());
+}
 
 // Walks the window from the opening of the first day at or after the start. False
 // when the range holds no array (nothing to deliver).
@@ -73,11 +101,11 @@ bool WalkWindow(const ScheduleRules& rules, const WallTime& localStart, const Wa
             return true;
         }
     }
-    if (current > localEnd || !array.Push(internal::ToUTC(current))) {
+    if (current > localEnd || !Store(array, current)) {
         return true;
     }
     while (current < localEnd && rules.Step(current, close) && !(current > localEnd) &&
-           array.Push(internal::ToUTC(current))) {
+           Store(array, current)) {
     }
     return true;
 }
@@ -99,11 +127,11 @@ bool WalkPattern(const ScheduleRules& rules, const WallTime& localStart, const W
     if (current > localEnd) {
         return false;
     }
-    if (!array.Push(internal::ToUTC(current))) {
+    if (!Store(array, current)) {
         return true;
     }
     while (current < localEnd && rules.NextPoint(current, false) && !(current > localEnd) &&
-           array.Push(internal::ToUTC(current))) {
+           Store(array, current)) {
     }
     return true;
 }
@@ -118,9 +146,10 @@ unsigned int TimeSeriesImpl::GetAllTimePoints(const DateTime& start, const DateT
     const ScheduleRules rules(*this);
     const DateTime localStart = start.ToLocalTime();
     const DateTime localEnd = end.ToLocalTime();
-    PointArray array(rules.EstimateCapacity(localStart.GetYear(), localEnd.GetYear()));
     const WallTime walkStart = internal::FromDateTime(localStart);
     const WallTime walkEnd = internal::FromDateTime(localEnd);
+    PointArray array(rules.EstimateCapacity(localStart.GetYear(), localEnd.GetYear()),
+                     walkStart.TotalMilliseconds(), walkEnd.TotalMilliseconds());
     const bool deliver = rules.WindowSet() ? WalkWindow(rules, walkStart, walkEnd, array)
                                            : WalkPattern(rules, walkStart, walkEnd, array);
     return deliver ? array.Deliver(points) : 0;

@@ -40,7 +40,7 @@ unsigned int ScheduleRules::EstimateCapacity(int startYear, int endYear) const {
     // Beyond this many entries the array starts here and grows with the walk, rather
     // than building entries for points that a dense schedule on a short range never
     // yields. The product itself stays below 2^57, so 64 bits hold it.
-    constexpr long long kInitialLimit = 1 << 20;
+    constexpr long long kInitialLimit = 1 << 16;
     const Record& r = mRecord;
     long long product =
         r.mYearRecurrence == RECURRENCE_EVERY ? static_cast<long long>(endYear) + 1 - startYear : 1;
