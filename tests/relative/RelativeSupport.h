@@ -14,50 +14,17 @@ namespace ZelvorRelativeTest {
 
 using ZelvorDataType::DateTime;
 
-// Pins the process's zone for one test and restores the one before it.
-class ZoneScope {
-  public:
-    explicit ZoneScope(const char* zone) {
-        const char* old = std::getenv("TZ");
-        mHadZone = old != nullptr;
-        if (mHadZone) {
-            mOldZone = old;
-        }
-        Set(zone);
-    }
-    ~ZoneScope() {
-        if (mHadZone) {
-            Set(mOldZone.c_str());
-        } else {
-            unsetenv("TZ");
-            tzset();
-        }
-    }
-    ZoneScope(const ZoneScope&) = delete;
-    ZoneScope& operator=(const ZoneScope&) = delete;
-
-  private:
-    static void Set(const char* zone) {
-        setenv("TZ", zone, 1);
-        tzset();
-    }
-    bool mHadZone = false;
-    std::string mOldZone;
-};
+inline void PinZone(const char* zone) {
+    setenv("TZ", zone, 1);
+    tzset();
+}
 
 // A zone east of UTC without daylight saving, and one west of it with daylight saving.
 inline constexpr const char* kZones[] = {"Asia/Tokyo", "America/New_York"};
 
-// The fields of a date, for tables; DateTime has no default constructor.
+// The fields of a date, for tables (DateTime has no default constructor).
 struct Ymd {
-    int year;
-    int month;
-    int day;
-    int hour = 0;
-    int minute = 0;
-    int second = 0;
-    int millisecond = 0;
-
+    int year, month, day, hour = 0, minute = 0, second = 0, millisecond = 0;
     DateTime Make() const { return DateTime(year, month, day, hour, minute, second, millisecond); }
 };
 

@@ -66,6 +66,11 @@ void PutWideYear(DateTime& date, long long year) noexcept {
 }
 
 void MoveUnits(DateTime& date, long long n, TIME_GRANULARITY unit) noexcept {
+    // A resolution makes a dozen moves, most of them by 0; each real one costs a trip
+    // through the serial scale, or the recomputation of the day of the week later.
+    if (n == 0) {
+        return;
+    }
     if (unit == TIME_GRANULARITY_YEAR) {
         PutWideYear(date, date.GetYear() - n);
         return;
@@ -83,7 +88,7 @@ void MoveUnits(DateTime& date, long long n, TIME_GRANULARITY unit) noexcept {
     date = date - TimeSpan(n * unitMs);
 }
 
-void MoveBusinessDays(DateTime& date, long long n, bool forward) noexcept {
+long long BusinessDaysToCalendarDays(const DateTime& date, long long n, bool forward) noexcept {
     const int weekday = date.GetDayOfWeek();  // 0 Sunday .. 6 Saturday
     long long days = 0;                       // into the past; negative goes ahead
     if (n == 0) {
@@ -119,18 +124,35 @@ void MoveBusinessDays(DateTime& date, long long n, bool forward) noexcept {
         }
         days = -forwardDays;
     }
-    MoveUnits(date, days, TIME_GRANULARITY_DAY);
+    return days;
+}
+
+void MoveBusinessDays(DateTime& date, long long n, bool forward) noexcept {
+    MoveUnits(date, BusinessDaysToCalendarDays(date, n, forward), TIME_GRANULARITY_DAY);
 }
 
 }  // namespace internal
 
 void DynamicTime::MoveNthTimePointBefore(DateTime& date, int n, TIME_GRANULARITY unit) noexcept {
+    if (n == 0 && unit != TIME_GRANULARITY_MONTH && unit != TIME_GRANULARITY_YEAR &&
+        unit >= TIME_GRANULARITY_SECOND && unit <= TIME_GRANULARITY_WEEK) {
+        // Even a move by nothing comes out of the millisecond scale, as every exact move
+        // does: the same fields, with the zone words cleared.
+        date = date - TimeSpan(0);
+        return;
+    }
     internal::MoveUnits(date, n, unit);
 }
 
 void DynamicTime::MoveNthTimePointBefore_BusinessDay(DateTime& date, int n,
                                                      bool forward) const noexcept {
-    internal::MoveBusinessDays(date, n, forward);
+    // The day count can pass the range of int (n near its limits, plus the weekends).
+    const long long days = internal::BusinessDaysToCalendarDays(date, n, forward);
+    if (days == 0) {
+        date = date - TimeSpan(0);
+    } else {
+        internal::MoveUnits(date, days, TIME_GRANULARITY_DAY);
+    }
 }
 
 }  // namespace ZelvorDataType

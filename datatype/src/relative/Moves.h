@@ -10,11 +10,15 @@
 namespace ZelvorDataType::internal {
 
 // n units into the past; a negative n goes into the future. A unit outside 1 to 7
-// does nothing.
+// does nothing, and so does n 0: the fields stay as they are (only the public move,
+// which goes through the millisecond scale even then, also clears the zone words).
 void MoveUnits(DateTime& date, long long n, TIME_GRANULARITY unit) noexcept;
 
-// n business days into the past, -n into the future; see
-// DynamicTime::MoveNthTimePointBefore_BusinessDay.
+// The calendar days, into the past, of a walk of n business days into the past (-n
+// into the future) from `date`; see DynamicTime::MoveNthTimePointBefore_BusinessDay.
+long long BusinessDaysToCalendarDays(const DateTime& date, long long n, bool forward) noexcept;
+
+// That walk, by MoveUnits.
 void MoveBusinessDays(DateTime& date, long long n, bool forward) noexcept;
 
 // PutYear for a year computed in 64 bits. A year beyond the range of int is refused
