@@ -196,78 +196,6 @@ ZelvorTime BuildRule(const ResolveOptions& o) {
     return rule;
 }
 
-// The expiration against a given reference time. ZelvorTime::GetExpiration answers for
-// the present moment only, so for a reference the tool takes the same steps through
-// DynamicTime: a rule that resolves to the boundary at which this one next changes
-// (tomorrow, the next week's Sunday, the 1st of the next month, quarter or year),
-// carrying this rule's offsets, at local midnight, the offsets taken out again. Rules
-// that never change, or change on business days, have none.
-std::optional<DateTime> ExpirationAt(const ZelvorTime& rule, const DateTime& reference) {
-    using namespace ZelvorDataType;
-    int value = 0;
-    rule.GetDynamicTime(value);
-    const int kind = value & ~0xE0;
-    if (kind == DYNAMIC_TIME_NOW) {
-        DateTime moment = reference;
-        rule.ToDateTime(true, moment);
-        moment.PutMillisecond(0);
-        return moment + TimeSpan(1000);
-    }
-    if (kind < DYNAMIC_TIME_TODAY || kind > DYNAMIC_TIME_THIS_QUARTER) {
-        return std::nullopt;
-    }
-    int dayOffset = 0;
-    short monthOffset = 0;
-    rule.GetDynamicDayOffset(dayOffset);
-    rule.GetDynamicMonthOffset(monthOffset);
-
-    DynamicTime boundary(DYNAMIC_TIME_TODAY, 0);
-    if (kind == DYNAMIC_TIME_TODAY) {
-        boundary.PutDay(1);
-    } else {
-        const DYNAMIC_TIME boundaryKind = kind == DYNAMIC_TIME_THIS_MONTH ||
-                                                  kind == DYNAMIC_TIME_THIS_YEAR ||
-                                                  kind == DYNAMIC_TIME_THIS_QUARTER
-                                              ? static_cast<DYNAMIC_TIME>(kind)
-                                              : DYNAMIC_TIME_THIS_WEEK;
-        boundary = DynamicTime(boundaryKind, dayOffset);
-        boundary.PutDynamicMonthOffset(monthOffset);
-        if (kind == DYNAMIC_TIME_THIS_MONTH) {
-            boundary.PutDay(1);
-            boundary.PutMonth(1);
-        } else if (kind == DYNAMIC_TIME_THIS_YEAR) {
-            boundary.PutMonth(1);
-            boundary.PutDay(1);
-            boundary.PutYear(1);
-        } else if (kind == DYNAMIC_TIME_THIS_QUARTER) {
-            boundary.PutDay(1);
-        } else {
-            boundary.PutDayOfWeek(0);
-            boundary.PutWeek(1);
-        }
-    }
-    DateTime edge = reference;
-    if (boundary.ToDateTime(edge) == 0) {
-        edge = edge.ToLocalTime();
-    }
-    edge.PutHour(0);
-    edge.PutMinute(0);
-    edge.PutSecond(0);
-    edge.PutMillisecond(0);
-    if (kind == DYNAMIC_TIME_THIS_QUARTER) {
-        DynamicTime::MoveNthTimePointBefore(edge, -3, TIME_GRANULARITY_MONTH);
-    }
-    if (kind != DYNAMIC_TIME_TODAY) {
-        if (dayOffset != 0) {
-            edge = edge - TimeSpan(static_cast<long long>(dayOffset) * 86400000LL);
-        }
-        if (monthOffset != 0) {
-            DynamicTime::MoveNthTimePointBefore(edge, monthOffset, TIME_GRANULARITY_MONTH);
-        }
-    }
-    return edge.ToUTCTime();
-}
-
 // The rule as the library holds it, field by field.
 Json RuleJson(const ZelvorTime& rule, const std::string& kindName) {
     int value = 0;
@@ -375,16 +303,13 @@ int Run(const Context& context, const ResolveOptions& o) {
     if (rule.ToDateTime(true, resolved) == 0) {
         answer = resolved;
     }
+    // The empty date asks the library for the present moment.
     std::optional<DateTime> expiration;
-    if (reference) {
-        expiration = ExpirationAt(rule, *reference);
-    } else {
-        ZelvorTime out;
-        if (rule.GetExpiration(out) == 0) {
-            DateTime utc(0.0);
-            out.ToDateTime(true, utc);
-            expiration = utc;
-        }
+    ZelvorTime out;
+    if (rule.GetExpiration(reference ? *reference : DateTime(0.0), out) == 0) {
+        DateTime utc(0.0);
+        out.ToDateTime(true, utc);
+        expiration = utc;
     }
 
     if (context.json) {
