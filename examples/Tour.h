@@ -9,4 +9,5 @@ void CalendarTour();
 void RelativeTimeTour();
 void DecimalTour();
 void VariantTour();
+void ScheduleTour();
 }  // namespace ZelvorTour

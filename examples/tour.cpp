@@ -10,5 +10,6 @@ int main() {
     ZelvorTour::RelativeTimeTour();
     ZelvorTour::DecimalTour();
     ZelvorTour::VariantTour();
+    ZelvorTour::ScheduleTour();
     return 0;
 }

@@ -13,6 +13,7 @@
 #include <ZelvorDataType/Export.h>
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
+#include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/Variant.h>
 #include <ZelvorDataType/WideText.h>

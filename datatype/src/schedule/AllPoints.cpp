@@ -1,0 +1,158 @@
+// All points of a schedule in a range, in a new array owned by the caller.
+#include <algorithm>
+#include <climits>
+#include <memory>
+
+#include "schedule/ScheduleRules.h"
+
+namespace ZelvorDataType {
+
+namespace {
+
+using internal::ScheduleRules;
+using internal::WallTime;
+
+// The array handed to the caller, who releases it with delete[] on a DateTime*. A
+// new-expression of DateTime[n] needs a default constructor, which DateTime has not;
+// this slot adds one that builds the empty date 1899-12-30 and nothing else (no member,
+// same size, same destructor), so the array is laid out and released exactly as an
+// array of DateTime.
+struct Slot : DateTime {
+    Slot() noexcept : DateTime(0.0) {}
+};
+static_assert(sizeof(Slot) == sizeof(DateTime) && alignof(Slot) == alignof(DateTime));
+
+class PointArray {
+  public:
+    // `capacity` entries to start with, for a walk over the local times `from` to `to`
+    // (milliseconds of the wall clock).
+    PointArray(unsigned int capacity, long long from, long long to)
+        : mSlots(new Slot[capacity]), mCapacity(capacity), mTo(to), mFirstAt(from) {}
+
+    // Appends the point of local time `at`, growing the array when it is full; false
+    // once the count would leave 32 bits, which the result can't report.
+    bool Push(const DateTime& point, long long at) {
+        if (mSize == 0) {
+            mFirstAt = at;
+        }
+        if (mSize == mCapacity) {
+            if (mCapacity == UINT_MAX) {
+                return false;
+            }
+            const unsigned int capacity = NextCapacity(at);
+            std::unique_ptr<Slot[]> grown(new Slot[capacity]);
+            std::copy(mSlots.get(), mSlots.get() + mSize, grown.get());
+            mSlots = std::move(grown);
+            mCapacity = capacity;
+        }
+        static_cast<DateTime&>(mSlots[mSize++]) = point;
+        return true;
+    }
+
+    unsigned int Deliver(DateTime*& points) {
+        points = mSlots.release();
+        return mSize;
+    }
+
+  private:
+    // Every entry is built before the walk can use it, so growing by halves would
+    // build (and touch) about twice the entries needed. The walk's pace so far
+    // projects what the rest of the range needs, a little more for safety; at least
+    // double, and at most eight times, so a schedule that thins out later can't make
+    // the array far larger than its points.
+    unsigned int NextCapacity(long long at) const {
+        const double doubled = 2.0 * mCapacity;
+        double wanted = doubled;
+        if (at > mFirstAt) {
+            const double pace = double(mSize) / double(at - mFirstAt);
+            wanted =
+                std::clamp(pace * double(mTo - mFirstAt) * 1.05 + 16, doubled, 8.0 * mCapacity);
+        }
+        return static_cast<unsigned int>(std::min(wanted, double(UINT_MAX)));
+    }
+
+    std::unique_ptr<Slot[]> mSlots;
+    unsigned int mCapacity;
+    unsigned int mSize = 0;
+    long long mTo;       // end of the range
+    long long mFirstAt;  // local time of the first point
+};
+
+// Stores `current` in UTC.
+bool Store(PointArray& array, const WallTime& current) {
+    return array.Push(internal::ToUTC(current), current.TotalMilliseconds());
+}
+
+// Walks the window from the opening of the first day at or after the start. False
+// when the range holds no array (nothing to deliver).
+bool WalkWindow(const ScheduleRules& rules, const WallTime& localStart, const WallTime& localEnd,
+                PointArray& array) {
+    WallTime current = localStart;
+    if (rules.WindowStepMinutes() == 0 || !rules.FirstDay(current)) {
+        return false;
+    }
+    WallTime close = current;
+    rules.OpenDay(current, close);
+    if (current > localEnd) {
+        return false;
+    }
+    while (current < localStart) {
+        if (!rules.Step(current, close)) {
+            return true;
+        }
+    }
+    if (current > localEnd || !Store(array, current)) {
+        return true;
+    }
+    while (current < localEnd && rules.Step(current, close) && !(current > localEnd) &&
+           Store(array, current)) {
+    }
+    return true;
+}
+
+// Walks the pattern from midnight of the first day at or after the start: that day
+// is listed whole, also its times before the start.
+bool WalkPattern(const ScheduleRules& rules, const WallTime& localStart, const WallTime& localEnd,
+                 PointArray& array) {
+    WallTime current = localStart;
+    if (!rules.FirstDay(current)) {
+        return false;
+    }
+    if (!rules.TimeMatches(nullptr, current)) {
+        const WallTime previous = current;
+        if (!rules.NextTime(previous, current)) {
+            return false;
+        }
+    }
+    if (current > localEnd) {
+        return false;
+    }
+    if (!Store(array, current)) {
+        return true;
+    }
+    while (current < localEnd && rules.NextPoint(current, false) && !(current > localEnd) &&
+           Store(array, current)) {
+    }
+    return true;
+}
+
+}  // namespace
+
+unsigned int TimeSeriesImpl::GetAllTimePoints(const DateTime& start, const DateTime& end,
+                                              DateTime*& points) const {
+    if (start > end) {
+        return 0;
+    }
+    const ScheduleRules rules(*this);
+    const DateTime localStart = start.ToLocalTime();
+    const DateTime localEnd = end.ToLocalTime();
+    const WallTime walkStart = internal::FromDateTime(localStart);
+    const WallTime walkEnd = internal::FromDateTime(localEnd);
+    PointArray array(rules.EstimateCapacity(localStart.GetYear(), localEnd.GetYear()),
+                     walkStart.TotalMilliseconds(), walkEnd.TotalMilliseconds());
+    const bool deliver = rules.WindowSet() ? WalkWindow(rules, walkStart, walkEnd, array)
+                                           : WalkPattern(rules, walkStart, walkEnd, array);
+    return deliver ? array.Deliver(points) : 0;
+}
+
+}  // namespace ZelvorDataType

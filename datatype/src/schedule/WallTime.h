@@ -1,0 +1,73 @@
+#pragma once
+
+// Local wall-clock values as the schedule walks them: a date with its day number and
+// day of the week, and a time of day in milliseconds. Stepping a day or a span is
+// integer arithmetic here, so a search over thousands of days costs no DateTime
+// construction and no platform call per day; the results are those of DateTime plus a
+// TimeSpan, which moves the wall clock by exact milliseconds.
+
+#include <ZelvorDataType/DateTime.h>
+
+namespace ZelvorDataType::internal {
+
+constexpr long long kMillisecondsPerDay = 86400000;
+
+// Day numbers (0 is 1899-12-30) of the first day a DateTime holds and of the last day
+// its arithmetic reaches: a sum past 65535-12-30 is clamped back to that day, so a walk
+// that stops there can't go round in circles.
+constexpr int kFirstDayNumber = -693959;  // 0000-01-01
+constexpr int kLastDayNumber = 23242571;  // 65535-12-30
+
+constexpr bool IsLeapYear(int year) {
+    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
+
+constexpr int DaysInMonth(int year, int month) {
+    return month == 2 && IsLeapYear(year) ? 29 : DateTime::DaysInMonth[month - 1];
+}
+
+struct CivilDay {
+    int number;   // day number
+    int year;     // 0..65535
+    int month;    // 1..12
+    int day;      // 1..DaysInMonth
+    int weekday;  // 0 Sunday .. 6 Saturday
+
+    int DaysInThisMonth() const { return DaysInMonth(year, month); }
+};
+
+struct WallTime {
+    CivilDay date;
+    int time;  // milliseconds since midnight, 0..86399999
+
+    int Hour() const { return time / 3600000; }
+    int Minute() const { return time / 60000 % 60; }
+    int Second() const { return time / 1000 % 60; }
+    int Millisecond() const { return time % 1000; }
+    long long TotalMilliseconds() const { return date.number * kMillisecondsPerDay + time; }
+};
+
+inline bool operator<(const WallTime& a, const WallTime& b) {
+    return a.date.number != b.date.number ? a.date.number < b.date.number : a.time < b.time;
+}
+inline bool operator>(const WallTime& a, const WallTime& b) {
+    return b < a;
+}
+
+// Day 0, 1899-12-30, was a Saturday.
+constexpr int WeekdayOf(int dayNumber) {
+    return ((dayNumber % 7) + 13) % 7;
+}
+
+CivilDay DayFromNumber(int number);
+CivilDay DayFromDate(int year, int month, int day);
+WallTime FromDateTime(const DateTime& value);
+DateTime ToDateTime(const WallTime& value);
+
+// The next calendar day; false, leaving `day`, past the last day arithmetic reaches.
+bool AdvanceDay(CivilDay& day);
+// Moves `value` by `milliseconds` (either sign); false, leaving `value`, when the result
+// would leave the days DateTime arithmetic reaches.
+bool AddMilliseconds(WallTime& value, long long milliseconds);
+
+}  // namespace ZelvorDataType::internal
