@@ -3,6 +3,8 @@
 // Test doubles shared by the suites: arenas and contracts that count and refuse.
 
 #include <cstddef>
+#include <cstdlib>
+#include <cstring>
 #include <vector>
 
 #include <ZelvorBase/ZelvorBase.h>
@@ -22,7 +24,28 @@
 #define ZELVOR_SKIP_UNDER_SANITIZER() (void)0
 #endif
 
+// ThreadSanitizer's runtime defines the global operator new and delete itself, and a
+// program that defines them too does not link; programs that count or fail heap
+// allocations keep the runtime's allocator under it and skip what needs their own.
+#if defined(__SANITIZE_THREAD__)
+#define ZELVOR_CAN_REPLACE_NEW 0
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define ZELVOR_CAN_REPLACE_NEW 0
+#endif
+#endif
+#ifndef ZELVOR_CAN_REPLACE_NEW
+#define ZELVOR_CAN_REPLACE_NEW 1
+#endif
+
 namespace ZelvorTest {
+
+// True when ZELVOR_TEST_SCALE=small asks the slow suites for a smaller input, as the run
+// under valgrind does.
+inline bool SmallScale() {
+    const char* scale = std::getenv("ZELVOR_TEST_SCALE");
+    return scale != nullptr && std::strcmp(scale, "small") == 0;
+}
 
 // An arena that counts its allocations and refuses the N-th one (1-based) and every
 // one after it when `refuseFrom` is set; 0 never refuses.
