@@ -143,6 +143,7 @@ TEST_F(Threads, SharedSchedulesAndConversionsAgreeWithOneThread) {
     const std::vector<Job> jobs = Jobs({weekdays.get(), lastDays.get(), window.get()});
 
     std::vector<std::string> expected;
+    expected.reserve(jobs.size());
     for (const Job& job : jobs) {
         expected.push_back(job());
     }
