@@ -85,20 +85,26 @@ TEST_F(TimeFaults, EveryChangeOfFormGivesTheNewValueOrAnEmptyOne) {
                 });
             }
         }
-        Drive(std::string("copies, rule and clock from ") + fromName, [&](Probe& p) {
+        Drive(std::string("copies, rule, clock and expiry from ") + fromName, [&](Probe& p) {
             std::optional<ZelvorTime> copy;
             ZelvorTime ruled(from, p.Arena());
             ZelvorTime clocked(from, p.Arena());
+            ZelvorTime expiry(p.Arena());  // a dynamic `from` expires into it
             const bool done = p.Attempt([&] {
                 copy.emplace(from, p.Arena());
                 ruled.PutDynamicTime(DYNAMIC_TIME_TODAY);
                 clocked.SetToCurrentTime();
+                from.GetExpiration(expiry);
             });
             if (done) {
                 EXPECT_EQ(Saved(*copy), Saved(from));
                 EXPECT_EQ(ruled.GetRealMode(), TIME_MODE_DYNAMIC);
                 EXPECT_EQ(clocked.GetRealMode(), TIME_MODE_UTC);
+                EXPECT_EQ(expiry.GetRealMode(), from.GetRealMode() == TIME_MODE_DYNAMIC
+                                                    ? TIME_MODE_UTC
+                                                    : TIME_MODE_EMPTY);
             } else {
+                EXPECT_EQ(expiry.GetRealMode(), TIME_MODE_EMPTY);
                 // Each one untouched, emptied by its own failure, or done before it.
                 const auto consistent = [&](const ZelvorTime& value, TIME_MODE after) {
                     const TIME_MODE mode = value.GetRealMode();
