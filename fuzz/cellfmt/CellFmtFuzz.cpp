@@ -1,5 +1,6 @@
 // Loads cell values from any bytes and checks the saved form and the comparisons. The
 // input is one or two saved forms; the pointer that comes back is never followed.
+#include <bit>
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
@@ -24,7 +25,8 @@ bool SameFields(const CellFmtData& a, const CellFmtData& b) {
     const double vb = b.GetValue();
     const _GUID ia = a.GetFmtID();
     const _GUID ib = b.GetFmtID();
-    return std::memcmp(&va, &vb, sizeof va) == 0 &&
+    // Bit for bit, so that a NaN loaded back is the same NaN.
+    return std::bit_cast<std::uint64_t>(va) == std::bit_cast<std::uint64_t>(vb) &&
            a.GetCellFmtStructPtr() == b.GetCellFmtStructPtr() && a.GetType() == b.GetType() &&
            std::memcmp(&ia, &ib, sizeof ia) == 0;
 }

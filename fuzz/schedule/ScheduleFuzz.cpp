@@ -168,16 +168,20 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         s = clone;
     }
 
-    // Starts in years 1 to 65534: a local time in year 0 would wrap below the calendar
-    // when taken to UTC, and one in the last year above it when taken to local time.
+    // Starts from year 1 on: a local time in year 0 would wrap below the calendar when
+    // taken to UTC. The remainder is taken unsigned, as a value may be any 32 bits.
     const int year = in.Byte() < 220
                          ? 1995 + in.Byte() % 40
-                         : 1 + int(static_cast<unsigned int>(in.Value(0, 65533)) % 65534);
+                         : 1 + static_cast<int>(static_cast<uint32_t>(in.Value(0, 65533)) % 65534);
     const double perDay = TimesPerDay(*s);
-    // Dense clocks start early in their day, so the walk up to the start stays short.
+    // Dense clocks start early in their day, so the walk up to the start stays short. The
+    // fields are read one statement each, so every compiler reads them in the same order.
     const int hour = perDay > 1e5 ? 0 : in.Byte() % 24;
-    const DateTime start(year, 1 + in.Byte() % 12, 1 + in.Byte() % 31, hour,
-                         perDay > 1e5 ? 0 : in.Byte() % 60, in.Byte() % 60, in.Value(0, 999));
+    const int month = 1 + in.Byte() % 12;
+    const int day = 1 + in.Byte() % 31;
+    const int minute = perDay > 1e5 ? 0 : in.Byte() % 60;
+    const int second = in.Byte() % 60;
+    const DateTime start(year, month, day, hour, minute, second, in.Value(0, 999));
     // A span that holds a bounded number of the schedule's times.
     const double days = std::min(double(1 + in.Byte() % 40), 2e4 / perDay);
     const TimeSpan span(static_cast<long long>(days * 86400000.0));

@@ -103,7 +103,7 @@ TEST(BinaryJoin, RefusalLeavesNothingBehind) {
         ZelvorTest::CountingContract contract(refused, 0x7FFFFFFF0000000CLL);
         Governed governed(&contract);
         try {
-            Collection(CombineBinaryCollectionGoverned(source.get(), 8, governed));
+            const Collection joined(CombineBinaryCollectionGoverned(source.get(), 8, governed));
             ADD_FAILURE() << "no refusal at request " << refused;
         } catch (const Refusal& e) {
             EXPECT_EQ(e.GetID(), 12);  // the low 32 bits of the answer

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
@@ -154,7 +155,7 @@ TEST(BigIntDigits, RoutinesWriteFixedWidths) {
 struct Table {
     explicit Table(int n) : bytes(9 * static_cast<size_t>(n + 2)) {
         for (int m = 0; m < 9; ++m) {
-            list[m] = bytes.data() + m * (n + 2);
+            list[m] = bytes.data() + static_cast<std::ptrdiff_t>(m) * (n + 2);
         }
     }
     std::vector<char> bytes;

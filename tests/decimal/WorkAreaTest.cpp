@@ -8,7 +8,9 @@
 
 #include <ZelvorDataType/BigInt.h>
 
-#if defined(__SANITIZE_ADDRESS__)
+#include "support/TestDoubles.h"
+
+#if defined(__SANITIZE_ADDRESS__) || !ZELVOR_CAN_REPLACE_NEW
 #define ZELVOR_TEST_OWN_ALLOCATOR 0  // the sanitizer owns the global allocator
 #elif defined(__has_feature)
 #define ZELVOR_TEST_OWN_ALLOCATOR !__has_feature(address_sanitizer)

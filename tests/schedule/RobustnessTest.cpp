@@ -87,6 +87,7 @@ TEST(ScheduleRobustness, ManyReadersOneSchedule) {
     const std::string expected = run();
     std::vector<int> mismatches(4, 0);
     std::vector<std::thread> readers;
+    readers.reserve(mismatches.size());
     for (int& count : mismatches) {
         readers.emplace_back([&] {
             for (int i = 0; i < 200; ++i) {

@@ -52,13 +52,14 @@ TEST(ScheduleZone, RepeatedHour) {
 struct Local {
     chr::sys_days day;
     int minute;
+    // NOLINTNEXTLINE(modernize-use-nullptr): the check misreads the defaulted comparison
     auto operator<=>(const Local&) const = default;
 };
 
 Local ToLocal(const DateTime& utc) {
     const chr::sys_days day{chr::year(utc.GetYear()) / utc.GetMonth() / utc.GetDay()};
     const time_t seconds =
-        (day.time_since_epoch().count() * 1440 + utc.GetHour() * 60 + utc.GetMinute()) * 60;
+        (day.time_since_epoch().count() * 1440 + utc.GetHour() * 60L + utc.GetMinute()) * 60;
     tm l{};
     localtime_r(&seconds, &l);
     return {chr::sys_days{chr::year(l.tm_year + 1900) / (l.tm_mon + 1) / l.tm_mday},

@@ -3,12 +3,15 @@
 // Test doubles shared by the suites: arenas and contracts that count and refuse.
 
 #include <cstddef>
+#include <cstdlib>
+#include <cstring>
 #include <vector>
 
 #include <ZelvorBase/ZelvorBase.h>
 
 // The sanitizers report a failed operator new as a fatal error instead of letting it
-// throw std::bad_alloc, so tests that provoke a real heap exhaustion skip under them.
+// throw std::bad_alloc, and valgrind aborts the program there, so tests that provoke a
+// real heap exhaustion skip under them.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define ZELVOR_UNDER_SANITIZER 1
 #elif defined(__has_feature)
@@ -16,13 +19,43 @@
 #define ZELVOR_UNDER_SANITIZER 1
 #endif
 #endif
+#if __has_include(<valgrind/valgrind.h>)
+#include <valgrind/valgrind.h>
+#define ZELVOR_UNDER_VALGRIND() (RUNNING_ON_VALGRIND != 0)
+#else
+#define ZELVOR_UNDER_VALGRIND() false
+#endif
 #ifdef ZELVOR_UNDER_SANITIZER
 #define ZELVOR_SKIP_UNDER_SANITIZER() GTEST_SKIP() << "heap exhaustion aborts under a sanitizer"
 #else
-#define ZELVOR_SKIP_UNDER_SANITIZER() (void)0
+#define ZELVOR_SKIP_UNDER_SANITIZER() \
+    if (!ZELVOR_UNDER_VALGRIND()) {   \
+    } else                            \
+        GTEST_SKIP() << "heap exhaustion aborts under valgrind"
+#endif
+
+// ThreadSanitizer's runtime defines the global operator new and delete itself, and a
+// program that defines them too does not link; programs that count or fail heap
+// allocations keep the runtime's allocator under it and skip what needs their own.
+#if defined(__SANITIZE_THREAD__)
+#define ZELVOR_CAN_REPLACE_NEW 0
+#elif defined(__has_feature)
+#if __has_feature(thread_sanitizer)
+#define ZELVOR_CAN_REPLACE_NEW 0
+#endif
+#endif
+#ifndef ZELVOR_CAN_REPLACE_NEW
+#define ZELVOR_CAN_REPLACE_NEW 1
 #endif
 
 namespace ZelvorTest {
+
+// True when ZELVOR_TEST_SCALE=small asks the slow suites for a smaller input, as the run
+// under valgrind does.
+inline bool SmallScale() {
+    const char* scale = std::getenv("ZELVOR_TEST_SCALE");
+    return scale != nullptr && std::strcmp(scale, "small") == 0;
+}
 
 // An arena that counts its allocations and refuses the N-th one (1-based) and every
 // one after it when `refuseFrom` is set; 0 never refuses.

@@ -77,6 +77,9 @@ BigDecimal& BigDecimal::operator=(const BigDecimal& other) {
     if (!IsEmpty()) {
         throw Exception(L"Cannot change BigDecimal value after it is initialized");
     }
+    if (this == &other) {
+        return *this;  // an empty value assigned to itself stays empty
+    }
     if (!other.IsInvalid()) {
         mValue = new (mBuffer) BigInt(*other.mValue, mBuffer);
     }

@@ -108,7 +108,7 @@ bool ScheduleRules::CanNeverMatchADay() const {
 long long ScheduleRules::Horizon() const {
     // Eight years of 366 days; year EVERY N widens it N times. In 64 bits, so a large N
     // can't wrap it negative; the walk ends at the last day anyway.
-    constexpr long long kDays = 8 * 366;
+    constexpr long long kDays = 8LL * 366;
     return mRecord.mYearRecurrence == RECURRENCE_EVERY ? kDays * mRecord.mYear : kDays;
 }
 
