@@ -9,6 +9,12 @@ install(TARGETS ZelvorBase ZelvorSerializationStreams ZelvorSerialization Zelvor
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
+if(TARGET zelvor)
+    # The program finds the library beside it, in the prefix's library folder.
+    set_target_properties(zelvor PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+    install(TARGETS zelvor RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+endif()
+
 install(DIRECTORY base/include/ZelvorBase
                   serialization/include/ZelvorSerialization
                   datatype/include/ZelvorDataType

@@ -8,6 +8,6 @@ void CellFormatTour();
 void CalendarTour();
 void RelativeTimeTour();
 void DecimalTour();
-void VariantTour();
 void ScheduleTour();
+void VariantTour();
 }  // namespace ZelvorTour

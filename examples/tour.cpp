@@ -8,8 +8,8 @@ int main() {
     ZelvorTour::CellFormatTour();
     ZelvorTour::CalendarTour();
     ZelvorTour::RelativeTimeTour();
+    ZelvorTour::ScheduleTour();
     ZelvorTour::DecimalTour();
     ZelvorTour::VariantTour();
-    ZelvorTour::ScheduleTour();
     return 0;
 }

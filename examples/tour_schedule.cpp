@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,8 +10,6 @@
 #include "Tour.h"
 
 namespace ZelvorTour {
-
-namespace {
 
 // Prints the next `count` runs of a schedule from `start`, in UTC and in local time.
 void PrintRuns(const char* title, const ZelvorDataType::TimeSeries& schedule,
@@ -26,8 +23,6 @@ void PrintRuns(const char* title, const ZelvorDataType::TimeSeries& schedule,
                     runs[i].ToLocalTime().ToString().c_str());
     }
 }
-
-}  // namespace
 
 void ScheduleTour() {
     using namespace ZelvorDataType;

@@ -6,9 +6,13 @@
 // twenty 1 MiB blocks at the top of the heap trims the memory back to the kernel (the
 // trim threshold follows the largest block freed, 2 MiB here), and the next join faults
 // every page in again, while the single large vector raises the threshold past itself
-// and keeps its memory. To compare the copying alone, pin the allocator for both sides:
-//   GLIBC_TUNABLES=glibc.malloc.trim_threshold=268435456:glibc.malloc.mmap_threshold=33554432
+// and keeps its memory. To compare the copying alone, the program pins the allocator for
+// both sides before any benchmark runs (set ZELVOR_BENCH_DEFAULT_MALLOC=1 to see the
+// default behaviour instead).
 #include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <cstdlib>
 
 #include <memory>
 #include <random>
@@ -25,6 +29,16 @@ using ZelvorDataType::BinaryCollection;
 constexpr size_t kBlocks = 10000;
 constexpr size_t kMaxBlock = 4096;
 constexpr size_t kLimit = size_t{1} << 20;
+
+// Keeps freed memory in the process and large blocks on the heap, for both sides alike.
+const bool kAllocatorPinned = [] {
+    if (std::getenv("ZELVOR_BENCH_DEFAULT_MALLOC") != nullptr) {
+        return false;
+    }
+    mallopt(M_TRIM_THRESHOLD, 256 << 20);
+    mallopt(M_MMAP_THRESHOLD, 32 << 20);
+    return true;
+}();
 
 struct CollectionDeleter {
     void operator()(BinaryCollection* c) const { BinaryCollection::Delete(c); }

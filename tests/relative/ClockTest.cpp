@@ -71,6 +71,12 @@ TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
         DateTime utc(0.0);
         out.ToDateTime(true, utc);
         EXPECT_EQ(Text(utc), Text(c.localMidnight.Make().ToUTCTime())) << c.name;
+        // The pinned moment given as the reference gives the same boundary.
+        ZelvorTime atReference(&arena);
+        ASSERT_EQ(c.value.GetExpiration(DateTime(2024, 3, 14, 15, 30, 45, 123), atReference), 0);
+        DateTime fromReference(0.0);
+        atReference.ToDateTime(true, fromReference);
+        EXPECT_EQ(Text(fromReference), Text(utc)) << c.name;
     }
 
     ZelvorTime out;

@@ -8,6 +8,10 @@
 
 namespace ZelvorDataType {
 
+namespace internal {
+struct DateTimeArray;
+}  // namespace internal
+
 // The three records of the database connectivity standard, in its member order and
 // widths. Plain data; a DateTime converts to and from each of them.
 struct ODBCDate {
@@ -326,6 +330,12 @@ class ZELVOR_DATATYPE_API DateTime {
     int LoadObj(unsigned int size, void* buffer, bool lenient) noexcept;
 
   private:
+    // The empty date, 1899-12-30 00:00:00.000, as DateTime(0.0) gives it. Callers have
+    // no default constructor; the library needs one only to make the arrays it hands
+    // out for release with delete[] (internal::DateTimeArray).
+    DateTime() noexcept;
+    friend struct internal::DateTimeArray;
+
     // Fields already known to be in range, stored as they are with both caches not
     // computed and zone words 0; for the library's own conversions, which would
     // otherwise pay for a Sanitize that can change nothing.

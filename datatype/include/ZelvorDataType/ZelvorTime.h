@@ -214,6 +214,11 @@ class ZELVOR_DATATYPE_API ZelvorTime {
     // DYNAMIC_TIME_THIS_MONTH with a day offset of 3 expires at 2024-03-29 00:00 local.
     int GetExpiration(ZelvorTime& out) const;
 
+    // The same against `reference`, a local wall-clock time, instead of the present
+    // moment (which is what the empty date 1899-12-30 00:00 stands for, as in
+    // ToDateTime). Lets a caller ask when a rule would change as seen at another time.
+    int GetExpiration(const DateTime& reference, ZelvorTime& out) const;
+
     // ---- Saved forms -------------------------------------------------------------------
     // The record is eleven 32-bit words in the machine's byte order, 44 bytes:
     //

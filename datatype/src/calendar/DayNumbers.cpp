@@ -82,6 +82,8 @@ void DateTime::DAYSToYMD(int days, unsigned short& year, short& month, short& da
     day = static_cast<short>(date.day);
 }
 
+DateTime::DateTime() noexcept : DateTime(0.0) {}
+
 DateTime::DateTime(double serial) noexcept
     : mYear(1899),
       mMonth(12),

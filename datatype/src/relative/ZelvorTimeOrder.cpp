@@ -128,6 +128,10 @@ bool ZelvorTime::operator>(const ZelvorTime& other) const noexcept {
 }
 
 int ZelvorTime::GetExpiration(ZelvorTime& out) const {
+    return GetExpiration(DateTime(0.0), out);
+}
+
+int ZelvorTime::GetExpiration(const DateTime& reference, ZelvorTime& out) const {
     if (!IsDynamic()) {
         return 1;
     }
@@ -137,7 +141,7 @@ int ZelvorTime::GetExpiration(ZelvorTime& out) const {
     const int kind = static_cast<int>(rule.GetDynamicTime()) & ~0xE0;
 
     if (kind == DYNAMIC_TIME_NOW) {
-        DateTime now(0.0);
+        DateTime now = reference;
         ToDateTime(true, now);
         now.PutMillisecond(0);
         out.MakeStatic(TIME_MODE_UTC, now + TimeSpan(1000));
@@ -189,7 +193,7 @@ int ZelvorTime::GetExpiration(ZelvorTime& out) const {
             break;
     }
 
-    DateTime edge(0.0);
+    DateTime edge = reference;
     if (boundary.ToDateTime(edge) == 0) {
         edge = edge.ToLocalTime();
     }

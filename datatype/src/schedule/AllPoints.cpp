@@ -3,6 +3,7 @@
 #include <climits>
 #include <memory>
 
+#include "calendar/DateTimeArray.h"
 #include "schedule/ScheduleRules.h"
 
 namespace ZelvorDataType {
@@ -12,22 +13,15 @@ namespace {
 using internal::ScheduleRules;
 using internal::WallTime;
 
-// The array handed to the caller, who releases it with delete[] on a DateTime*. A
-// new-expression of DateTime[n] needs a default constructor, which DateTime has not;
-// this slot adds one that builds the empty date 1899-12-30 and nothing else (no member,
-// same size, same destructor), so the array is laid out and released exactly as an
-// array of DateTime.
-struct Slot : DateTime {
-    Slot() noexcept : DateTime(0.0) {}
-};
-static_assert(sizeof(Slot) == sizeof(DateTime) && alignof(Slot) == alignof(DateTime));
-
 class PointArray {
   public:
     // `capacity` entries to start with, for a walk over the local times `from` to `to`
     // (milliseconds of the wall clock).
     PointArray(unsigned int capacity, long long from, long long to)
-        : mSlots(new Slot[capacity]), mCapacity(capacity), mTo(to), mFirstAt(from) {}
+        : mSlots(internal::DateTimeArray::New(capacity)),
+          mCapacity(capacity),
+          mTo(to),
+          mFirstAt(from) {}
 
     // Appends the point of local time `at`, growing the array when it is full; false
     // once the count would leave 32 bits, which the result can't report.
@@ -40,12 +34,12 @@ class PointArray {
                 return false;
             }
             const unsigned int capacity = NextCapacity(at);
-            std::unique_ptr<Slot[]> grown(new Slot[capacity]);
+            std::unique_ptr<DateTime[]> grown(internal::DateTimeArray::New(capacity));
             std::copy(mSlots.get(), mSlots.get() + mSize, grown.get());
             mSlots = std::move(grown);
             mCapacity = capacity;
         }
-        static_cast<DateTime&>(mSlots[mSize++]) = point;
+        mSlots[mSize++] = point;
         return true;
     }
 
@@ -71,7 +65,7 @@ class PointArray {
         return static_cast<unsigned int>(std::min(wanted, double(UINT_MAX)));
     }
 
-    std::unique_ptr<Slot[]> mSlots;
+    std::unique_ptr<DateTime[]> mSlots;  // released by the caller with delete[]
     unsigned int mCapacity;
     unsigned int mSize = 0;
     long long mTo;       // end of the range

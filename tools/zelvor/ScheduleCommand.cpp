@@ -1,0 +1,455 @@
+// zelvor schedule next|series|range: a schedule defined field by field, and its points.
+
+#include <cstdio>
+#include <memory>
+#include <regex>
+#include <string>
+#include <vector>
+
+#include <ZelvorDataType/TimeSeries.h>
+#include <CLI/CLI.hpp>
+
+#include "Common.h"
+
+namespace zelvor {
+
+using ZelvorDataType::DateTime;
+using ZelvorDataType::RECURRENCE;
+using ZelvorDataType::TimeSeries;
+
+namespace {
+
+// The most points a listing holds, and the most a series walks over before --from:
+// beyond that a dense schedule would take the memory or the time of the machine.
+constexpr unsigned int kMaxPoints = 100000;
+constexpr unsigned int kMaxSeriesWalk = 200000;
+
+// The options of one subcommand, as typed.
+struct ScheduleOptions {
+    std::string year, month, day, week, weekdays, hour, minute, second, millisecond, window;
+    std::string start = "now", from = "now", end;
+    unsigned int count = 5;
+};
+
+// How one field may be set: a fixed value in [fixedLow, fixedHigh] (0 excluded when
+// `zeroRefused`), or every N with N in [1, everyHigh].
+struct FieldRule {
+    const char* option;
+    const char* name;
+    int fixedLow, fixedHigh;
+    bool zeroRefused;
+    int everyHigh;
+};
+constexpr FieldRule kYear{"--year", "year", 1, 65535, false, 100};
+constexpr FieldRule kMonth{"--month", "month", 1, 12, false, 120};
+constexpr FieldRule kDay{"--day", "day", 1, 31, false, 3660};
+// A week is a seven-day block of the month, 1 the days 1-7; negative counts from the
+// month's end. Block 0 would match no day at all.
+constexpr FieldRule kWeek{"--week", "week", -5, 5, true, 520};
+// Intervals of the time fields stay inside the field's range: a step that wraps the
+// whole range is not a schedule anybody means.
+constexpr FieldRule kHour{"--hour", "hour", 0, 23, false, 23};
+constexpr FieldRule kMinute{"--minute", "minute", 0, 59, false, 59};
+constexpr FieldRule kSecond{"--second", "second", 0, 59, false, 59};
+constexpr FieldRule kMillisecond{"--millisecond", "millisecond", 0, 999, false, 999};
+
+struct Field {
+    RECURRENCE recurrence = ZelvorDataType::RECURRENCE_NONE;
+    int value = 0;
+};
+
+Field ParseField(const FieldRule& rule, const std::string& text) {
+    Field field;
+    if (text.empty()) {
+        return field;
+    }
+    static const std::string every = "every:";
+    if (text.compare(0, every.size(), every) == 0) {
+        field.recurrence = ZelvorDataType::RECURRENCE_EVERY;
+        field.value = static_cast<int>(ParseInteger(std::string(rule.option) + " every",
+                                                    text.substr(every.size()), 1, rule.everyHigh));
+        return field;
+    }
+    field.recurrence = ZelvorDataType::RECURRENCE_FIXED;
+    field.value = static_cast<int>(ParseInteger(rule.option, text, rule.fixedLow, rule.fixedHigh));
+    if (rule.zeroRefused && field.value == 0) {
+        throw UsageError(std::string(rule.option) + ": 0 matches no day (1 to 5 count from the " +
+                         "month's start, -1 to -5 from its end)");
+    }
+    return field;
+}
+
+// "mon,wed,fri", "mon-fri", "sat-sun" (a range may wrap past Saturday): the bit mask,
+// bit 0 Sunday to bit 6 Saturday.
+int ParseWeekdays(const std::string& text) {
+    int mask = 0;
+    std::size_t begin = 0;
+    while (begin <= text.size()) {
+        std::size_t end = text.find(',', begin);
+        if (end == std::string::npos) {
+            end = text.size();
+        }
+        const std::string item = text.substr(begin, end - begin);
+        const std::size_t dash = item.find('-');
+        if (dash == std::string::npos) {
+            mask |= 1 << ParseWeekday("--weekdays", item);
+        } else {
+            const int first = ParseWeekday("--weekdays", item.substr(0, dash));
+            const int last = ParseWeekday("--weekdays", item.substr(dash + 1));
+            for (int day = first;; day = (day + 1) % 7) {
+                mask |= 1 << day;
+                if (day == last) {
+                    break;
+                }
+            }
+        }
+        begin = end + 1;
+    }
+    return mask;
+}
+
+struct Window {
+    int hourStart = -1, minuteStart = -1, hourEnd = -1, minuteEnd = -1, step = -1;
+};
+
+// "09:00-17:00/30": opening, closing and the step in minutes.
+Window ParseWindow(const std::string& text) {
+    Window window;
+    if (text.empty()) {
+        return window;
+    }
+    static const std::regex grammar(R"((\d{1,2}):(\d{2})-(\d{1,2}):(\d{2})/(\d+))");
+    std::smatch match;
+    if (!std::regex_match(text, match, grammar)) {
+        throw UsageError("--window: '" + text +
+                         "' is not a window (hh:mm-hh:mm/step, e.g. 09:00-17:00/30)");
+    }
+    window.hourStart =
+        static_cast<int>(ParseInteger("--window opening hour", match[1].str(), 0, 23));
+    window.minuteStart =
+        static_cast<int>(ParseInteger("--window opening minute", match[2].str(), 0, 59));
+    window.hourEnd = static_cast<int>(ParseInteger("--window closing hour", match[3].str(), 0, 23));
+    window.minuteEnd =
+        static_cast<int>(ParseInteger("--window closing minute", match[4].str(), 0, 59));
+    window.step = static_cast<int>(ParseInteger("--window step", match[5].str(), 1, 1439));
+    if (window.hourEnd * 60 + window.minuteEnd < window.hourStart * 60 + window.minuteStart) {
+        throw UsageError("--window: '" + text +
+                         "' closes before it opens; a window stays within one day");
+    }
+    return window;
+}
+
+struct SeriesDeleter {
+    void operator()(TimeSeries* series) const { series->Delete(); }
+};
+using SeriesPtr = std::unique_ptr<TimeSeries, SeriesDeleter>;
+
+SeriesPtr BuildSchedule(const ScheduleOptions& o) {
+    const Field year = ParseField(kYear, o.year);
+    const Field month = ParseField(kMonth, o.month);
+    const Field day = ParseField(kDay, o.day);
+    const Field week = ParseField(kWeek, o.week);
+    const Field hour = ParseField(kHour, o.hour);
+    const Field minute = ParseField(kMinute, o.minute);
+    const Field second = ParseField(kSecond, o.second);
+    const Field millisecond = ParseField(kMillisecond, o.millisecond);
+    Field weekdays;
+    if (!o.weekdays.empty()) {
+        weekdays = {ZelvorDataType::RECURRENCE_FIXED, ParseWeekdays(o.weekdays)};
+    }
+    const Window window = ParseWindow(o.window);
+
+    // Combinations the library would accept and then quietly ignore a part of.
+    if (!o.day.empty() && (!o.week.empty() || !o.weekdays.empty())) {
+        throw UsageError("--week and --weekdays choose days only when --day is not given");
+    }
+    if (!o.window.empty() &&
+        !(o.hour.empty() && o.minute.empty() && o.second.empty() && o.millisecond.empty())) {
+        throw UsageError(
+            "--window replaces --hour, --minute, --second and --millisecond; give one or the "
+            "other");
+    }
+    return SeriesPtr(ZelvorDataType::CreateTimeSeries(
+        year.recurrence, year.value, month.recurrence, month.value, day.recurrence, day.value,
+        week.recurrence, week.value, weekdays.recurrence, weekdays.value, hour.recurrence,
+        hour.value, minute.recurrence, minute.value, second.recurrence, second.value,
+        millisecond.recurrence, millisecond.value, window.hourStart, window.minuteStart,
+        window.hourEnd, window.minuteEnd, window.step));
+}
+
+// ---- Describing the schedule as the library stored it --------------------------------
+
+Json FieldJson(RECURRENCE recurrence, int value) {
+    if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
+        return Object().Add("every", value);
+    }
+    if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
+        return Object().Add("at", value);
+    }
+    return Json();
+}
+
+std::string FieldText(const char* name, RECURRENCE recurrence, int value) {
+    if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
+        return std::string(name) + " every " + std::to_string(value);
+    }
+    if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
+        return std::string(name) + " " + std::to_string(value);
+    }
+    return {};
+}
+
+std::vector<std::string> MaskDays(int mask) {
+    std::vector<std::string> days;
+    for (int day = 0; day < 7; ++day) {
+        if ((mask & (1 << day)) != 0) {
+            days.push_back(WeekdayShort(day));
+        }
+    }
+    return days;
+}
+
+std::string Clock(int hour, int minute) {
+    char text[8];
+    std::snprintf(text, sizeof text, "%02d:%02d", hour, minute);
+    return text;
+}
+
+bool HasWindow(const TimeSeries& s) {
+    return s.GetHourStart() != -1 && s.GetMinuteStart() != -1 && s.GetHourEnd() != -1 &&
+           s.GetMinuteEnd() != -1 && s.GetExecutingEveryMinutes() != -1;
+}
+
+Json DescribeJson(const TimeSeries& s) {
+    Json weekdays;
+    if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
+        weekdays = Array();
+        for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
+            weekdays.Push(day);
+        }
+    }
+    Json window;
+    if (HasWindow(s)) {
+        window = Object()
+                     .Add("open", Clock(s.GetHourStart(), s.GetMinuteStart()))
+                     .Add("close", Clock(s.GetHourEnd(), s.GetMinuteEnd()))
+                     .Add("every_minutes", s.GetExecutingEveryMinutes());
+    }
+    return Object()
+        .Add("year", FieldJson(s.GetYearRecurrence(), s.GetYear()))
+        .Add("month", FieldJson(s.GetMonthRecurrence(), s.GetMonth()))
+        .Add("day", FieldJson(s.GetDayRecurrence(), s.GetDay()))
+        .Add("week", FieldJson(s.GetWeekRecurrence(), s.GetWeek()))
+        .Add("weekdays", weekdays)
+        .Add("hour", FieldJson(s.GetHourRecurrence(), s.GetHour()))
+        .Add("minute", FieldJson(s.GetMinuteRecurrence(), s.GetMinute()))
+        .Add("second", FieldJson(s.GetSecondRecurrence(), s.GetSecond()))
+        .Add("millisecond", FieldJson(s.GetMillisecondRecurrence(), s.GetMillisecond()))
+        .Add("window", window);
+}
+
+std::string DescribeText(const TimeSeries& s) {
+    std::vector<std::string> parts = {FieldText("year", s.GetYearRecurrence(), s.GetYear()),
+                                      FieldText("month", s.GetMonthRecurrence(), s.GetMonth()),
+                                      FieldText("day", s.GetDayRecurrence(), s.GetDay()),
+                                      FieldText("week", s.GetWeekRecurrence(), s.GetWeek())};
+    if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
+        std::string days;
+        for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
+            days += (days.empty() ? "" : ",") + day;
+        }
+        parts.push_back("on " + (days.empty() ? std::string("no day") : days));
+    }
+    parts.push_back(FieldText("hour", s.GetHourRecurrence(), s.GetHour()));
+    parts.push_back(FieldText("minute", s.GetMinuteRecurrence(), s.GetMinute()));
+    parts.push_back(FieldText("second", s.GetSecondRecurrence(), s.GetSecond()));
+    parts.push_back(FieldText("millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond()));
+    if (HasWindow(s)) {
+        parts.push_back("window " + Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
+                        Clock(s.GetHourEnd(), s.GetMinuteEnd()) + " every " +
+                        std::to_string(s.GetExecutingEveryMinutes()) + " min");
+    }
+    std::string text;
+    for (const std::string& part : parts) {
+        if (!part.empty()) {
+            text += (text.empty() ? "" : ", ") + part;
+        }
+    }
+    return text.empty() ? "every day at midnight (no field set)" : text;
+}
+
+// ---- Running ---------------------------------------------------------------------------
+
+// A time option read as UTC: "now", a time ending in Z, or local wall-clock time of the
+// call's zone.
+DateTime UtcInput(const char* option, const std::string& text) {
+    if (text == "now") {
+        return DateTime::NowUTC();
+    }
+    const TimeInput input = ParseTime(option, text, true);
+    return input.utc ? input.value : input.value.ToUTCTime();
+}
+
+void Report(const Context& context, const char* mode, const TimeSeries& schedule,
+            const std::vector<std::pair<const char*, DateTime>>& bounds, const DateTime* points,
+            unsigned int count) {
+    if (context.json) {
+        Json out = Object()
+                       .Add("command", std::string("schedule ") + mode)
+                       .Add("zone", context.ZoneLabel())
+                       .Add("schedule", DescribeJson(schedule));
+        for (const auto& [name, value] : bounds) {
+            out.Add(name, Text(value));
+        }
+        Json list = Array();
+        for (unsigned int n = 0; n < count; ++n) {
+            const DateTime local = points[n].ToLocalTime();
+            list.Push(Object()
+                          .Add("utc", Text(points[n]))
+                          .Add("local", Text(local))
+                          .Add("weekday", WeekdayShort(local.GetDayOfWeek()))
+                          .Add("offset", OffsetText(local, points[n])));
+        }
+        out.Add("points", list);
+        Print(out.Dump());
+        return;
+    }
+    Print("schedule: " + DescribeText(schedule));
+    for (const auto& [name, value] : bounds) {
+        Print(std::string(name) + ": " + Text(value) + " UTC, " + Text(value.ToLocalTime()) +
+              " local");
+    }
+    if (count == 0) {
+        Print("no points");
+        return;
+    }
+    Print("  #  UTC                      local (" + context.ZoneLabel() + ")");
+    for (unsigned int n = 0; n < count; ++n) {
+        const DateTime local = points[n].ToLocalTime();
+        char index[16];
+        std::snprintf(index, sizeof index, "%3u", n + 1);
+        Print(std::string(index) + "  " + Text(points[n]) + "  " + Text(local) + " " +
+              WeekdayShort(local.GetDayOfWeek()) + " " + OffsetText(local, points[n]));
+    }
+}
+
+void AddDefinition(CLI::App* sub, ScheduleOptions& o) {
+    const char* fieldHelp = "N for a fixed value, every:N for an interval";
+    sub->add_option("--year", o.year, std::string("Year: ") + fieldHelp);
+    sub->add_option("--month", o.month, std::string("Month 1-12: ") + fieldHelp);
+    sub->add_option("--day", o.day, std::string("Day of the month 1-31: ") + fieldHelp);
+    sub->add_option("--week", o.week,
+                    "Seven-day block of the month, 1-5 from its start (1 = days 1-7), -1 to -5 "
+                    "from its end; or every:N weeks");
+    sub->add_option("--weekdays", o.weekdays, "Days of the week, e.g. mon,wed,fri or mon-fri");
+    sub->add_option("--hour", o.hour, std::string("Hour 0-23: ") + fieldHelp);
+    sub->add_option("--minute", o.minute, std::string("Minute 0-59: ") + fieldHelp);
+    sub->add_option("--second", o.second, std::string("Second 0-59: ") + fieldHelp);
+    sub->add_option("--millisecond", o.millisecond, std::string("Millisecond 0-999: ") + fieldHelp);
+    sub->add_option("--window", o.window,
+                    "Intraday window hh:mm-hh:mm/step in local time, e.g. 09:00-17:00/30 "
+                    "(replaces the time fields)");
+}
+
+constexpr const char* kTimeHelp =
+    "YYYY-MM-DD[Thh:mm[:ss[.fff]]] in the local zone, with a trailing Z for UTC, or now";
+
+}  // namespace
+
+void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
+    CLI::App* schedule = parent.add_subcommand(
+        "schedule", "Define a recurring schedule by its fields and list its points");
+    schedule->require_subcommand(1);
+    // The options live as long as the actions that read them.
+    const auto nextOptions = std::make_shared<ScheduleOptions>();
+    const auto seriesOptions = std::make_shared<ScheduleOptions>();
+    const auto rangeOptions = std::make_shared<ScheduleOptions>();
+
+    CLI::App* nextApp = schedule->add_subcommand(
+        "next", "The first --count points at or after --start; the series begins on that day");
+    AddDefinition(nextApp, *nextOptions);
+    nextApp->add_option("--start", nextOptions->start, kTimeHelp)->capture_default_str();
+    nextApp->add_option("--count", nextOptions->count, "How many points")
+        ->check(CLI::Range(1U, kMaxPoints))
+        ->capture_default_str();
+    commands.push_back({nextApp, [options = nextOptions](const Context& context) {
+                            const ScheduleOptions& next = *options;
+                            const SeriesPtr s = BuildSchedule(next);
+                            const DateTime start = UtcInput("--start", next.start);
+                            std::vector<DateTime> points(next.count, DateTime(0.0));
+                            const unsigned int n =
+                                s->GetNextNTimePoints(start, next.count, points.data());
+                            Report(context, "next", *s, {{"start", start}}, points.data(), n);
+                            return 0;
+                        }});
+
+    CLI::App* seriesApp = schedule->add_subcommand(
+        "series",
+        "The first --count points at or after --from of the series that began at --start");
+    AddDefinition(seriesApp, *seriesOptions);
+    seriesApp->add_option("--start", seriesOptions->start, kTimeHelp)->required();
+    seriesApp->add_option("--from", seriesOptions->from, kTimeHelp)->capture_default_str();
+    seriesApp->add_option("--count", seriesOptions->count, "How many points")
+        ->check(CLI::Range(1U, kMaxPoints))
+        ->capture_default_str();
+    commands.push_back(
+        {seriesApp, [options = seriesOptions](const Context& context) {
+             const ScheduleOptions& series = *options;
+             const SeriesPtr s = BuildSchedule(series);
+             const DateTime start = UtcInput("--start", series.start);
+             const DateTime from = UtcInput("--from", series.from);
+             // The walk visits every point from --start to --from; refuse
+             // one that would run for ever before it stores anything.
+             if (from > start) {
+                 std::vector<DateTime> walk(kMaxSeriesWalk, DateTime(0.0));
+                 if (s->GetNextNTimePoints(start, kMaxSeriesWalk, walk.data()) == kMaxSeriesWalk &&
+                     walk.back() < from) {
+                     throw UsageError("--from: more than " + std::to_string(kMaxSeriesWalk) +
+                                      " points lie between --start and --from");
+                 }
+             }
+             std::vector<DateTime> points(series.count, DateTime(0.0));
+             const unsigned int n = s->GetNextNTimePoints(start, from, series.count, points.data());
+             Report(context, "series", *s, {{"start", start}, {"from", from}}, points.data(), n);
+             return 0;
+         }});
+
+    CLI::App* rangeApp =
+        schedule->add_subcommand("range", "All points from --start up to and including --end");
+    AddDefinition(rangeApp, *rangeOptions);
+    rangeApp->add_option("--start", rangeOptions->start, kTimeHelp)->required();
+    rangeApp->add_option("--end", rangeOptions->end, kTimeHelp)->required();
+    commands.push_back(
+        {rangeApp, [options = rangeOptions](const Context& context) {
+             const ScheduleOptions& range = *options;
+             const SeriesPtr s = BuildSchedule(range);
+             const DateTime start = UtcInput("--start", range.start);
+             const DateTime end = UtcInput("--end", range.end);
+             if (end < start) {
+                 throw UsageError("--end: " + Text(end) + " UTC lies before --start " +
+                                  Text(start) + " UTC");
+             }
+             // The listing holds every point of the range at once; a dense
+             // schedule over a long range is refused before it is walked. The
+             // listing starts with the whole first day, so the probe does too.
+             DateTime firstDay = start.ToLocalTime();
+             firstDay.PutHour(0);
+             firstDay.PutMinute(0);
+             firstDay.PutSecond(0);
+             firstDay.PutMillisecond(0);
+             std::vector<DateTime> probe(kMaxPoints + 1, DateTime(0.0));
+             if (s->GetNextNTimePoints(firstDay.ToUTCTime(), kMaxPoints + 1, probe.data()) ==
+                     kMaxPoints + 1 &&
+                 !(end < probe.back())) {
+                 throw UsageError("--end: more than " + std::to_string(kMaxPoints) +
+                                  " points lie in the range; narrow it");
+             }
+             DateTime* points = nullptr;
+             const unsigned int n = s->GetAllTimePoints(start, end, points);
+             const std::unique_ptr<DateTime[]> owned(points);
+             Report(context, "range", *s, {{"start", start}, {"end", end}}, points, n);
+             return 0;
+         }});
+}
+
+}  // namespace zelvor
