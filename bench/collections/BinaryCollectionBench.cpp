@@ -31,7 +31,7 @@ constexpr size_t kMaxBlock = 4096;
 constexpr size_t kLimit = size_t{1} << 20;
 
 // Keeps freed memory in the process and large blocks on the heap, for both sides alike.
-const bool kAllocatorPinned = [] {
+const bool kAllocatorPinned = []() noexcept {
     if (std::getenv("ZELVOR_BENCH_DEFAULT_MALLOC") != nullptr) {
         return false;
     }

@@ -168,11 +168,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         s = clone;
     }
 
-    // Starts from year 1 on: a local time in year 0 would wrap below the calendar when
-    // taken to UTC. The remainder is taken unsigned, as a value may be any 32 bits.
+    // Starts in years 1 to 65534: a local time in year 0 would wrap below the calendar
+    // when taken to UTC, and one in the last year above it when taken to local time.
     const int year = in.Byte() < 220
                          ? 1995 + in.Byte() % 40
-                         : 1 + static_cast<int>(static_cast<uint32_t>(in.Value(0, 65533)) % 65534);
+                         : 1 + int(static_cast<unsigned int>(in.Value(0, 65533)) % 65534);
     const double perDay = TimesPerDay(*s);
     // Dense clocks start early in their day, so the walk up to the start stays short. The
     // fields are read one statement each, so every compiler reads them in the same order.

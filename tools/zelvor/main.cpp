@@ -34,9 +34,7 @@ int Fail(int status, std::string text) {
     return status;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
     CLI::App app{
         "Try out the data-type library: recurring schedules, relative times, exact "
         "decimals and calendar dates.",
@@ -101,5 +99,18 @@ int main(int argc, char** argv) {
         return Fail(kFailure, "out of memory");
     } catch (const std::exception& e) {
         return Fail(kFailure, e.what());
+    }
+}
+
+}  // namespace
+
+// What escapes Run (a failure while the options are set up, or while an error line is
+// built) still ends in one line and a failure status, never in std::terminate.
+int main(int argc, char** argv) {
+    try {
+        return Run(argc, argv);
+    } catch (...) {
+        std::fputs("zelvor: error: out of memory or internal failure\n", stderr);
+        return kFailure;
     }
 }
