@@ -9,8 +9,12 @@ install(TARGETS ZelvorBase ZelvorSerializationStreams ZelvorSerialization Zelvor
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
+# Installed, the libraries find each other in their own folder and the tool finds them
+# in the prefix's library folder, by run paths relative to themselves: a prefix works
+# from any folder, moved or not, with nothing on the loader's path.
+set_target_properties(ZelvorBase ZelvorSerialization ZelvorDataType PROPERTIES
+    INSTALL_RPATH "$ORIGIN")
 if(TARGET zelvor)
-    # The program finds the library beside it, in the prefix's library folder.
     set_target_properties(zelvor PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
     install(TARGETS zelvor RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
