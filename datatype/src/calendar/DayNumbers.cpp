@@ -60,15 +60,10 @@ void DaysToYmdOutOfRange(int days, unsigned short& year, short& month, short& da
     day = static_cast<short>(dd);
 }
 
-// Day number of the value's date, 0 when the month is out of range.
-int DayNumberOf(unsigned short year, short month, short day) {
-    return month >= 1 && month <= 12 ? internal::YmdToDays(year, month, day) : 0;
-}
-
 }  // namespace
 
 int DateTime::YMDToDAYS(unsigned short year, short month, short day) noexcept {
-    return DayNumberOf(year, month, day);
+    return internal::DayNumberOrZero(year, month, day);
 }
 
 void DateTime::DAYSToYMD(int days, unsigned short& year, short& month, short& day) noexcept {
@@ -143,14 +138,14 @@ DateTime::DateTime(double serial) noexcept
 }
 
 double DateTime::ToDATE() const noexcept {
-    const int whole = DayNumberOf(mYear, mMonth, mDay);
+    const int whole = internal::DayNumberOrZero(mYear, mMonth, mDay);
     const double fraction =
         mHour / 24.0 + mMinute / 1440.0 + mSecond / 86400.0 + mMillisecond / 86400000.0;
     return fraction + whole;
 }
 
 long long DateTime::ToMilliseconds(const DateTime& value) noexcept {
-    return DayNumberOf(value.mYear, value.mMonth, value.mDay) * kMsPerDay +
+    return internal::DayNumberOrZero(value.mYear, value.mMonth, value.mDay) * kMsPerDay +
            internal::TimeOfDayMs(value.mHour, value.mMinute, value.mSecond, value.mMillisecond);
 }
 
