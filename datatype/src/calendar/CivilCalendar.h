@@ -9,6 +9,7 @@
 //  - millisecond count: day number * 86400000 plus the time of day, 64 bits.
 
 #include <cstdint>
+#include <ctime>
 
 namespace ZelvorDataType::internal {
 
@@ -125,6 +126,19 @@ constexpr int YearOfSamePattern(int year) {
     const int index = year <= 1970 ? year : 400 + year % 400;
     const int firstWeekday = DayOfWeek(YmdToDays(unsigned(index), 1, 1));
     return IsLeap(index) ? kLeapYearOfPattern[firstWeekday] : kCommonYearOfPattern[firstWeekday];
+}
+
+// Puts a date and time into `out` as the platform's mktime takes them: in the year of
+// the same pattern, with daylight saving left for the platform to decide.
+inline void ToPlatformFields(int year, int month, int day, int hour, int minute, int second,
+                             tm& out) {
+    out.tm_year = YearOfSamePattern(year) - 1900;
+    out.tm_mon = month - 1;
+    out.tm_mday = day;
+    out.tm_hour = hour;
+    out.tm_min = minute;
+    out.tm_sec = second;
+    out.tm_isdst = -1;
 }
 
 // True when the date and time fields name a real instant, as Sanitize leaves them. Only

@@ -37,13 +37,7 @@ int DateTime::YearOfSamePattern(int year) noexcept {
 }
 
 time_t DateTime::mktime(tm& out) const noexcept {
-    out.tm_year = internal::YearOfSamePattern(mYear) - 1900;
-    out.tm_mon = mMonth - 1;
-    out.tm_mday = mDay;
-    out.tm_hour = mHour;
-    out.tm_min = mMinute;
-    out.tm_sec = mSecond;
-    out.tm_isdst = -1;  // the platform decides whether daylight saving applies
+    internal::ToPlatformFields(mYear, mMonth, mDay, mHour, mMinute, mSecond, out);
     return ::mktime(&out);
 }
 

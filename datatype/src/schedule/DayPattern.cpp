@@ -206,12 +206,8 @@ using internal::ToDateTime;
 using internal::WallTime;
 
 bool TimeSeriesImpl::IsDayInPattern(const DateTime* anchor, DateTime& day) const {
-    const ScheduleRules rules(*this);
-    if (anchor == nullptr) {
-        return rules.DayMatches(nullptr, FromDateTime(day));
-    }
-    const WallTime from = FromDateTime(*anchor);
-    return rules.DayMatches(&from, FromDateTime(day));
+    WallTime from{};
+    return ScheduleRules(*this).DayMatches(internal::AnchorOf(anchor, from), FromDateTime(day));
 }
 
 bool TimeSeriesImpl::GetFirstDay(DateTime& day) const {

@@ -158,12 +158,8 @@ using internal::ToDateTime;
 using internal::WallTime;
 
 bool TimeSeriesImpl::IsTimeInPattern(const DateTime* anchor, DateTime& time) const {
-    const ScheduleRules rules(*this);
-    if (anchor == nullptr) {
-        return rules.TimeMatches(nullptr, FromDateTime(time));
-    }
-    const WallTime from = FromDateTime(*anchor);
-    return rules.TimeMatches(&from, FromDateTime(time));
+    WallTime from{};
+    return ScheduleRules(*this).TimeMatches(internal::AnchorOf(anchor, from), FromDateTime(time));
 }
 
 bool TimeSeriesImpl::GetNextTime(const DateTime& previous, DateTime& next) const {

@@ -44,6 +44,14 @@ inline bool operator>(const WallTime& a, const WallTime& b) {
 CivilDay DayFromNumber(int number);
 CivilDay DayFromDate(int year, int month, int day);
 WallTime FromDateTime(const DateTime& value);
+// The wall time of an optional anchor, kept in `storage`: null for no anchor.
+inline const WallTime* AnchorOf(const DateTime* anchor, WallTime& storage) {
+    if (anchor == nullptr) {
+        return nullptr;
+    }
+    storage = FromDateTime(*anchor);
+    return &storage;
+}
 DateTime ToDateTime(const WallTime& value);
 
 // The next calendar day; false, leaving `day`, past kLastReachableDayNumber.
