@@ -150,18 +150,7 @@ bool DateTime::GetTimeZoneInfo(int& minutes) noexcept {
     return true;
 }
 
-DateTime::DateTime(long seconds, int milliseconds) noexcept
-    : mYear(1899),
-      mMonth(12),
-      mDay(30),
-      mHour(0),
-      mMinute(0),
-      mSecond(0),
-      mMillisecond(0),
-      mWeek(-1),
-      mDayOfWeek(-1),
-      mZoneMinutes(0),
-      mZoneSpare(0) {
+DateTime::DateTime(long seconds, int milliseconds) noexcept : DateTime(0.0) {
     if (seconds >= 0) {
         // The fields as the platform breaks the count down, stored without Sanitize: the
         // milliseconds stand as given until the next copy. A count too large for the
