@@ -177,20 +177,9 @@ DateTime::DateTime(const ODBCDateTime& value) noexcept
     Sanitize(true);
 }
 
+// Midnight of the date.
 DateTime::DateTime(const ODBCDate& value) noexcept
-    : mYear(static_cast<unsigned short>(value.year)),
-      mMonth(static_cast<short>(value.month)),
-      mDay(static_cast<short>(value.day)),
-      mHour(0),
-      mMinute(0),
-      mSecond(0),
-      mMillisecond(0),
-      mWeek(-1),
-      mDayOfWeek(-1),
-      mZoneMinutes(0),
-      mZoneSpare(0) {
-    Sanitize(true);
-}
+    : DateTime(ODBCDateTime{value.year, value.month, value.day, 0, 0, 0, 0}) {}
 
 // A time alone lies on day 1, 1899-12-31.
 DateTime::DateTime(const ODBCTime& value) noexcept
