@@ -16,7 +16,7 @@ struct CivilDay {
     int number;   // day number
     int year;     // 0..65535
     int month;    // 1..12
-    int day;      // 1..DaysInMonth
+    int day;      // 1..MonthLength
     int weekday;  // 0 Sunday .. 6 Saturday
 
     int DaysInThisMonth() const { return MonthLength(year, month); }
