@@ -97,13 +97,13 @@ DateTime::DateTime(double serial) noexcept
         return;
     }
     double fraction;
-    if (serial > 23242571.0) {
+    if (serial > internal::kLastReachableDayNumber) {
         // One day short of the last date the fields hold.
         mYear = 65535;
         mMonth = 12;
         mDay = 30;
         fraction = serial - std::floor(serial);
-    } else if (serial < -693959.0) {
+    } else if (serial < internal::kFirstDayNumber) {
         // Below 0000-01-01 the date is year 1, and the fraction runs from the whole part
         // the other way: -693960.25 has 0.25.
         mYear = 1;
