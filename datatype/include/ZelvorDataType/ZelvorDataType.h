@@ -14,6 +14,7 @@
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
 #include <ZelvorDataType/TimeSeries.h>
+#include <ZelvorDataType/TimeSeriesImpl.h>
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/Variant.h>
 #include <ZelvorDataType/WideText.h>

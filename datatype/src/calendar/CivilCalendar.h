@@ -9,14 +9,18 @@
 //  - millisecond count: day number * 86400000 plus the time of day, 64 bits.
 
 #include <cstdint>
+#include <ctime>
 
 namespace ZelvorDataType::internal {
 
 inline constexpr long long kMsPerDay = 86400000;
 inline constexpr long long kMsPerWeek = 7 * kMsPerDay;
 inline constexpr long long kMsPerWeekend = 2 * kMsPerDay;
-inline constexpr int kFirstDayNumber = -693959;                             // 0000-01-01
-inline constexpr int kLastDayNumber = 23242572;                             // 65535-12-31
+inline constexpr int kFirstDayNumber = -693959;  // 0000-01-01
+inline constexpr int kLastDayNumber = 23242572;  // 65535-12-31
+// The last day DateTime arithmetic reaches, one short of the last day it holds: a sum
+// past it is clamped back to it, so a walk that stops there can't go round in circles.
+inline constexpr int kLastReachableDayNumber = kLastDayNumber - 1;          // 65535-12-30
 inline constexpr int kUnixEpochDayNumber = 25569;                           // 1970-01-01
 inline constexpr long long kUnixEpochMs = kUnixEpochDayNumber * kMsPerDay;  // 2209161600000
 
@@ -57,6 +61,11 @@ constexpr int YmdToDays(unsigned year, int month, int day) {
     // Days from -0400-03-01 to 0000-01-01 (146097 - 60) plus the 693959 days from there
     // to day 0, less one since day 1 of the month is 0 days in.
     return int(daysOfYears + daysOfMonths) + day - 1 - 146037 - 693959;
+}
+
+// Day number of a date as DateTime::YMDToDAYS gives it: 0 when the month is out of range.
+constexpr int DayNumberOrZero(unsigned short year, int month, int day) {
+    return month >= 1 && month <= 12 ? YmdToDays(year, month, day) : 0;
 }
 
 struct CivilDate {
@@ -117,6 +126,19 @@ constexpr int YearOfSamePattern(int year) {
     const int index = year <= 1970 ? year : 400 + year % 400;
     const int firstWeekday = DayOfWeek(YmdToDays(unsigned(index), 1, 1));
     return IsLeap(index) ? kLeapYearOfPattern[firstWeekday] : kCommonYearOfPattern[firstWeekday];
+}
+
+// Puts a date and time into `out` as the platform's mktime takes them: in the year of
+// the same pattern, with daylight saving left for the platform to decide.
+inline void ToPlatformFields(int year, int month, int day, int hour, int minute, int second,
+                             tm& out) {
+    out.tm_year = YearOfSamePattern(year) - 1900;
+    out.tm_mon = month - 1;
+    out.tm_mday = day;
+    out.tm_hour = hour;
+    out.tm_min = minute;
+    out.tm_sec = second;
+    out.tm_isdst = -1;
 }
 
 // True when the date and time fields name a real instant, as Sanitize leaves them. Only

@@ -60,15 +60,10 @@ void DaysToYmdOutOfRange(int days, unsigned short& year, short& month, short& da
     day = static_cast<short>(dd);
 }
 
-// Day number of the value's date, 0 when the month is out of range.
-int DayNumberOf(unsigned short year, short month, short day) {
-    return month >= 1 && month <= 12 ? internal::YmdToDays(year, month, day) : 0;
-}
-
 }  // namespace
 
 int DateTime::YMDToDAYS(unsigned short year, short month, short day) noexcept {
-    return DayNumberOf(year, month, day);
+    return internal::DayNumberOrZero(year, month, day);
 }
 
 void DateTime::DAYSToYMD(int days, unsigned short& year, short& month, short& day) noexcept {
@@ -102,13 +97,13 @@ DateTime::DateTime(double serial) noexcept
         return;
     }
     double fraction;
-    if (serial > 23242571.0) {
+    if (serial > internal::kLastReachableDayNumber) {
         // One day short of the last date the fields hold.
         mYear = 65535;
         mMonth = 12;
         mDay = 30;
         fraction = serial - std::floor(serial);
-    } else if (serial < -693959.0) {
+    } else if (serial < internal::kFirstDayNumber) {
         // Below 0000-01-01 the date is year 1, and the fraction runs from the whole part
         // the other way: -693960.25 has 0.25.
         mYear = 1;
@@ -143,14 +138,14 @@ DateTime::DateTime(double serial) noexcept
 }
 
 double DateTime::ToDATE() const noexcept {
-    const int whole = DayNumberOf(mYear, mMonth, mDay);
+    const int whole = internal::DayNumberOrZero(mYear, mMonth, mDay);
     const double fraction =
         mHour / 24.0 + mMinute / 1440.0 + mSecond / 86400.0 + mMillisecond / 86400000.0;
     return fraction + whole;
 }
 
 long long DateTime::ToMilliseconds(const DateTime& value) noexcept {
-    return DayNumberOf(value.mYear, value.mMonth, value.mDay) * kMsPerDay +
+    return internal::DayNumberOrZero(value.mYear, value.mMonth, value.mDay) * kMsPerDay +
            internal::TimeOfDayMs(value.mHour, value.mMinute, value.mSecond, value.mMillisecond);
 }
 
@@ -182,20 +177,9 @@ DateTime::DateTime(const ODBCDateTime& value) noexcept
     Sanitize(true);
 }
 
+// Midnight of the date.
 DateTime::DateTime(const ODBCDate& value) noexcept
-    : mYear(static_cast<unsigned short>(value.year)),
-      mMonth(static_cast<short>(value.month)),
-      mDay(static_cast<short>(value.day)),
-      mHour(0),
-      mMinute(0),
-      mSecond(0),
-      mMillisecond(0),
-      mWeek(-1),
-      mDayOfWeek(-1),
-      mZoneMinutes(0),
-      mZoneSpare(0) {
-    Sanitize(true);
-}
+    : DateTime(ODBCDateTime{value.year, value.month, value.day, 0, 0, 0, 0}) {}
 
 // A time alone lies on day 1, 1899-12-31.
 DateTime::DateTime(const ODBCTime& value) noexcept

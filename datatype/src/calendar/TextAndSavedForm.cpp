@@ -149,16 +149,9 @@ int DateTime::FromString(const char* text) noexcept {
         scratch.mMillisecond = static_cast<short>(millisecond);
     }
 
-    mYear = scratch.mYear;
-    mMonth = scratch.mMonth;
-    mDay = scratch.mDay;
-    mHour = scratch.mHour;
-    mMinute = scratch.mMinute;
-    mSecond = scratch.mSecond;
-    mMillisecond = scratch.mMillisecond;
-    mWeek = mDayOfWeek = -1;
-    mZoneMinutes = mZoneSpare = 0;
-    Sanitize(true);
+    scratch.mWeek = scratch.mDayOfWeek = -1;
+    scratch.mZoneMinutes = scratch.mZoneSpare = 0;
+    *this = scratch;  // sanitizes
     return static_cast<int>(cursor - text);
 }
 

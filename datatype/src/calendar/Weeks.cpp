@@ -19,13 +19,7 @@ namespace {
 [[gnu::noinline]] int PlatformWeekday(unsigned short year, short month, short day, short hour,
                                       short minute, short second) {
     tm broken{};
-    broken.tm_year = internal::YearOfSamePattern(year) - 1900;
-    broken.tm_mon = month - 1;
-    broken.tm_mday = day;
-    broken.tm_hour = hour;
-    broken.tm_min = minute;
-    broken.tm_sec = second;
-    broken.tm_isdst = -1;
+    internal::ToPlatformFields(year, month, day, hour, minute, second, broken);
     return static_cast<int32_t>(::mktime(&broken)) == -1 ? -1 : broken.tm_wday;
 }
 

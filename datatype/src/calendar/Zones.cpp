@@ -37,13 +37,7 @@ int DateTime::YearOfSamePattern(int year) noexcept {
 }
 
 time_t DateTime::mktime(tm& out) const noexcept {
-    out.tm_year = internal::YearOfSamePattern(mYear) - 1900;
-    out.tm_mon = mMonth - 1;
-    out.tm_mday = mDay;
-    out.tm_hour = mHour;
-    out.tm_min = mMinute;
-    out.tm_sec = mSecond;
-    out.tm_isdst = -1;  // the platform decides whether daylight saving applies
+    internal::ToPlatformFields(mYear, mMonth, mDay, mHour, mMinute, mSecond, out);
     return ::mktime(&out);
 }
 
@@ -156,18 +150,7 @@ bool DateTime::GetTimeZoneInfo(int& minutes) noexcept {
     return true;
 }
 
-DateTime::DateTime(long seconds, int milliseconds) noexcept
-    : mYear(1899),
-      mMonth(12),
-      mDay(30),
-      mHour(0),
-      mMinute(0),
-      mSecond(0),
-      mMillisecond(0),
-      mWeek(-1),
-      mDayOfWeek(-1),
-      mZoneMinutes(0),
-      mZoneSpare(0) {
+DateTime::DateTime(long seconds, int milliseconds) noexcept : DateTime(0.0) {
     if (seconds >= 0) {
         // The fields as the platform breaks the count down, stored without Sanitize: the
         // milliseconds stand as given until the next copy. A count too large for the

@@ -40,12 +40,22 @@ struct TextForm {
     int64_t IntegerDigits() const { return Padded() - scale; }
 };
 
-TextForm MakeForm(const BigInt& value, int scale) {
+// The digits of a big integer as it holds them; `digits` may be null for zero.
+struct RawForm {
     const char* digits = nullptr;
     int sign = 0;
     int length = 0;
     int leadingZeros = 0;
-    value.GetRawForm(digits, sign, length, leadingZeros);
+};
+
+RawForm ReadRawForm(const BigInt& value) {
+    RawForm raw;
+    value.GetRawForm(raw.digits, raw.sign, raw.length, raw.leadingZeros);
+    return raw;
+}
+
+TextForm MakeForm(const BigInt& value, int scale) {
+    const auto [digits, sign, length, leadingZeros] = ReadRawForm(value);
     TextForm form;
     form.negative = sign < 0;
     form.leadingZeros = leadingZeros;
@@ -181,11 +191,7 @@ ZelvorBase::ReturnWString BigDecimal::ToWString(unsigned int lcid) const {
 
 ZelvorBase::ReturnString BigDecimal::GetIntegerDigits() const {
     CheckValid();
-    const char* digits = nullptr;
-    int sign = 0;
-    int length = 0;
-    int leadingZeros = 0;
-    mValue->GetRawForm(digits, sign, length, leadingZeros);
+    const auto [digits, sign, length, leadingZeros] = ReadRawForm(*mValue);
     if (sign == 0 || static_cast<int64_t>(length) + leadingZeros - mScale < 1) {
         return ZelvorBase::ReturnString("0");
     }
@@ -198,11 +204,7 @@ ZelvorBase::ReturnString BigDecimal::GetIntegerDigits() const {
 
 ZelvorBase::ReturnString BigDecimal::GetFractionDigits() const {
     CheckValid();
-    const char* digits = nullptr;
-    int sign = 0;
-    int length = 0;
-    int leadingZeros = 0;
-    mValue->GetRawForm(digits, sign, length, leadingZeros);
+    auto [digits, sign, length, leadingZeros] = ReadRawForm(*mValue);
     if (sign == 0) {
         return ZelvorBase::ReturnString("0");
     }

@@ -3,14 +3,13 @@
 #include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/TimeSpan.h>
 
+#include "calendar/CivilCalendar.h"
 #include "relative/Moves.h"
 
 namespace ZelvorDataType {
 namespace internal {
 
 namespace {
-
-constexpr long long kMillisecondsPerDay = 86400000;
 
 // Milliseconds of one exact unit, 0 for the calendar units and for anything unknown.
 constexpr long long UnitMilliseconds(TIME_GRANULARITY unit) noexcept {
@@ -22,9 +21,9 @@ constexpr long long UnitMilliseconds(TIME_GRANULARITY unit) noexcept {
         case TIME_GRANULARITY_HOUR:
             return 3600000;
         case TIME_GRANULARITY_DAY:
-            return kMillisecondsPerDay;
+            return kMsPerDay;
         case TIME_GRANULARITY_WEEK:
-            return 7 * kMillisecondsPerDay;
+            return 7 * kMsPerDay;
         default:
             return 0;
     }

@@ -1,6 +1,7 @@
 #include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/TimeSpan.h>
 
+#include "calendar/CivilCalendar.h"
 #include "relative/Moves.h"
 
 namespace ZelvorDataType {
@@ -9,7 +10,6 @@ namespace {
 
 constexpr int kFlagBits = 0x1E0;
 constexpr int kLastKind = DYNAMIC_TIME_THIS_QUARTER;
-constexpr long long kMillisecondsPerDay = 86400000;
 
 bool Has(DYNAMIC_TIME value, DYNAMIC_TIME flag) noexcept {
     return (static_cast<int>(value) & static_cast<int>(flag)) != 0;
@@ -262,7 +262,7 @@ int DynamicTime::ToDateTime(DateTime& date) const noexcept {
             // THIS_SUNDAY .. THIS_SATURDAY: to the kind's weekday within the
             // Sunday-to-Saturday week of the working date, then as THIS_WEEK.
             const long long shift = kind - DYNAMIC_TIME_THIS_SUNDAY - work.GetDayOfWeek();
-            work = work + TimeSpan(shift * kMillisecondsPerDay);
+            work = work + TimeSpan(shift * internal::kMsPerDay);
             step.RelativeDate();
             step.PutWeekday();
             step.TimeOfDay();

@@ -1,11 +1,11 @@
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/ZelvorTime.h>
 
+#include "calendar/CivilCalendar.h"
+
 namespace ZelvorDataType {
 
 namespace {
-
-constexpr long long kMillisecondsPerDay = 86400000;
 
 // Kinds compared here with their flags: only exactly 0 and exactly 1 are the open ends.
 constexpr int kOpenLatest = DYNAMIC_TIME_LATEST;
@@ -208,7 +208,7 @@ int ZelvorTime::GetExpiration(const DateTime& reference, ZelvorTime& out) const 
         // The resolution added the offsets to the present; taking them out again gives
         // the moment at which the present itself reaches the boundary.
         if (dayOffset != 0) {
-            edge = edge - TimeSpan(dayOffset * kMillisecondsPerDay);
+            edge = edge - TimeSpan(dayOffset * internal::kMsPerDay);
         }
         if (monthOffset != 0) {
             DynamicTime::MoveNthTimePointBefore(edge, monthOffset, TIME_GRANULARITY_MONTH);

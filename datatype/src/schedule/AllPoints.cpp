@@ -4,13 +4,12 @@
 #include <memory>
 
 #include "calendar/DateTimeArray.h"
-#include "schedule/ScheduleRules.h"
+#include "schedule/Walk.h"
 
 namespace ZelvorDataType {
 
 namespace {
 
-using internal::ScheduleRules;
 using internal::WallTime;
 
 class PointArray {
@@ -72,63 +71,21 @@ class PointArray {
     long long mFirstAt;  // local time of the first point
 };
 
-// Stores `current` in UTC.
-bool Store(PointArray& array, const WallTime& current) {
-    return array.Push(internal::ToUTC(current), current.TotalMilliseconds());
-}
+// Stores each point in UTC up to the end of the range.
+class RangePoints final : public internal::PointSink {
+  public:
+    RangePoints(const WallTime& localEnd, PointArray& array) : mEnd(localEnd), mArray(array) {}
 
-// Walks the window from the opening of the first day at or after the start. False
-// when the range holds no array (nothing to deliver).
-bool WalkWindow(const ScheduleRules& rules, const WallTime& localStart, const WallTime& localEnd,
-                PointArray& array) {
-    WallTime current = localStart;
-    if (rules.WindowStepMinutes() == 0 || !rules.FirstDay(current)) {
-        return false;
+    bool Reaches(const WallTime& first) const override { return !(first > mEnd); }
+    bool Offer(WallTime& current) override {
+        return !(current > mEnd) &&
+               mArray.Push(internal::ToUTC(current), current.TotalMilliseconds()) && current < mEnd;
     }
-    WallTime close = current;
-    rules.OpenDay(current, close);
-    if (current > localEnd) {
-        return false;
-    }
-    while (current < localStart) {
-        if (!rules.Step(current, close)) {
-            return true;
-        }
-    }
-    if (current > localEnd || !Store(array, current)) {
-        return true;
-    }
-    while (current < localEnd && rules.Step(current, close) && !(current > localEnd) &&
-           Store(array, current)) {
-    }
-    return true;
-}
 
-// Walks the pattern from midnight of the first day at or after the start: that day
-// is listed whole, also its times before the start.
-bool WalkPattern(const ScheduleRules& rules, const WallTime& localStart, const WallTime& localEnd,
-                 PointArray& array) {
-    WallTime current = localStart;
-    if (!rules.FirstDay(current)) {
-        return false;
-    }
-    if (!rules.TimeMatches(nullptr, current)) {
-        const WallTime previous = current;
-        if (!rules.NextTime(previous, current)) {
-            return false;
-        }
-    }
-    if (current > localEnd) {
-        return false;
-    }
-    if (!Store(array, current)) {
-        return true;
-    }
-    while (current < localEnd && rules.NextPoint(current, false) && !(current > localEnd) &&
-           Store(array, current)) {
-    }
-    return true;
-}
+  private:
+    WallTime mEnd;
+    PointArray& mArray;
+};
 
 }  // namespace
 
@@ -137,16 +94,19 @@ unsigned int TimeSeriesImpl::GetAllTimePoints(const DateTime& start, const DateT
     if (start > end) {
         return 0;
     }
-    const ScheduleRules rules(*this);
+    const internal::ScheduleRules rules(*this);
     const DateTime localStart = start.ToLocalTime();
     const DateTime localEnd = end.ToLocalTime();
     const WallTime walkStart = internal::FromDateTime(localStart);
     const WallTime walkEnd = internal::FromDateTime(localEnd);
     PointArray array(rules.EstimateCapacity(localStart.GetYear(), localEnd.GetYear()),
                      walkStart.TotalMilliseconds(), walkEnd.TotalMilliseconds());
-    const bool deliver = rules.WindowSet() ? WalkWindow(rules, walkStart, walkEnd, array)
-                                           : WalkPattern(rules, walkStart, walkEnd, array);
-    return deliver ? array.Deliver(points) : 0;
+    // The first day is listed whole, also its times before the start. With no first
+    // point in the range there is no array to hand over.
+    RangePoints sink(walkEnd, array);
+    return internal::Walk(rules, walkStart, internal::FirstPoint::FirstOfDay, sink)
+               ? array.Deliver(points)
+               : 0;
 }
 
 }  // namespace ZelvorDataType

@@ -11,9 +11,9 @@ namespace {
 // Whole days from `anchor` to `day`, truncated toward zero like TimeSpan::GetTotalDays.
 long long DayDistance(const WallTime& anchor, const WallTime& day) {
     const long long milliseconds =
-        (static_cast<long long>(day.date.number) - anchor.date.number) * kMillisecondsPerDay +
+        (static_cast<long long>(day.date.number) - anchor.date.number) * kMsPerDay +
         (day.time - anchor.time);
-    return milliseconds / kMillisecondsPerDay;
+    return milliseconds / kMsPerDay;
 }
 
 // A day count divided by 7 and rounded up; integer division already rounds a negative
@@ -25,7 +25,7 @@ long long WeeksRoundedUp(long long days) {
 }  // namespace
 
 bool ScheduleRules::YearPasses(const WallTime* anchor, int year) const {
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     if (r.mYearRecurrence == RECURRENCE_FIXED) {
         return r.mYear == year;
     }
@@ -36,7 +36,7 @@ bool ScheduleRules::YearPasses(const WallTime* anchor, int year) const {
 }
 
 bool ScheduleRules::MonthPasses(const WallTime* anchor, const CivilDay& day) const {
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     if (r.mMonthRecurrence == RECURRENCE_FIXED) {
         return r.mMonth == day.month;
     }
@@ -48,7 +48,7 @@ bool ScheduleRules::MonthPasses(const WallTime* anchor, const CivilDay& day) con
 }
 
 bool ScheduleRules::DayStagePasses(const WallTime* anchor, const WallTime& day) const {
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     const CivilDay& d = day.date;
     if (r.mDayRecurrence == RECURRENCE_EVERY) {
         return anchor == nullptr || r.mDay <= 0 || DayDistance(*anchor, day) % r.mDay == 0;
@@ -83,7 +83,7 @@ bool ScheduleRules::DayMatches(const WallTime* anchor, const WallTime& day) cons
 }
 
 bool ScheduleRules::CanNeverMatchADay() const {
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     if (r.mYearRecurrence == RECURRENCE_FIXED && (r.mYear < 0 || r.mYear > 65535)) {
         return true;
     }
@@ -93,7 +93,7 @@ bool ScheduleRules::CanNeverMatchADay() const {
     }
     if (r.mDayRecurrence == RECURRENCE_FIXED) {
         // The longest month of the fixed month: 29 for February, leap years included.
-        const int longest = monthFixed ? DaysInMonth(2000, r.mMonth) : 31;
+        const int longest = monthFixed ? MonthLength(2000, r.mMonth) : 31;
         return r.mDay < 1 || r.mDay > longest;
     }
     if (r.mDayRecurrence == RECURRENCE_EVERY) {
@@ -116,7 +116,7 @@ void ScheduleRules::JumpToFixedYear(CivilDay& day) const {
     // Month and day stay; 29 February becomes the 28th in a common year. The caller has
     // made sure the year is within 0..65535.
     const int year = mRecord.mYear;
-    day = DayFromDate(year, day.month, std::min(day.day, DaysInMonth(year, day.month)));
+    day = DayFromDate(year, day.month, std::min(day.day, MonthLength(year, day.month)));
 }
 
 bool ScheduleRules::Search(const WallTime* anchor, WallTime& work) const {
@@ -145,7 +145,7 @@ bool ScheduleRules::Search(const WallTime* anchor, WallTime& work) const {
             continue;
         }
         const long long skipped = static_cast<long long>(lastOfBlock) - d.number;
-        if (skipped >= left || lastOfBlock >= kLastDayNumber) {
+        if (skipped >= left || lastOfBlock >= kLastReachableDayNumber) {
             return false;
         }
         left -= skipped;
@@ -206,12 +206,8 @@ using internal::ToDateTime;
 using internal::WallTime;
 
 bool TimeSeriesImpl::IsDayInPattern(const DateTime* anchor, DateTime& day) const {
-    const ScheduleRules rules(*this);
-    if (anchor == nullptr) {
-        return rules.DayMatches(nullptr, FromDateTime(day));
-    }
-    const WallTime from = FromDateTime(*anchor);
-    return rules.DayMatches(&from, FromDateTime(day));
+    WallTime from{};
+    return ScheduleRules(*this).DayMatches(internal::AnchorOf(anchor, from), FromDateTime(day));
 }
 
 bool TimeSeriesImpl::GetFirstDay(DateTime& day) const {

@@ -1,79 +1,34 @@
 // The first points of a schedule at or after a start.
-#include "schedule/ScheduleRules.h"
+#include "schedule/Walk.h"
 
 namespace ZelvorDataType {
 
 namespace {
 
-using internal::ScheduleRules;
 using internal::WallTime;
 
-// Stores `current` in UTC at `index`, moved on an hour when a repeated hour put it
-// before `start`.
-void Store(const ScheduleRules& rules, const DateTime& start, DateTime* points, unsigned int index,
-           WallTime& current) {
-    points[index] = internal::ToUTC(current);
-    rules.CorrectRepeatedHour(start, points[index], current);
-}
+// Stores each point in UTC until `count` are stored.
+class FirstPoints final : public internal::PointSink {
+  public:
+    FirstPoints(const internal::ScheduleRules& rules, const DateTime& start, unsigned int count,
+                DateTime* points)
+        : mRules(rules), mStart(start), mCount(count), mPoints(points) {}
 
-unsigned int WalkWindow(const ScheduleRules& rules, const DateTime& start,
-                        const WallTime& localStart, unsigned int count, DateTime* points) {
-    WallTime current = localStart;
-    if (rules.WindowStepMinutes() == 0 || !rules.FirstDay(current)) {
-        return 0;
+    bool Reaches(const WallTime&) const override { return true; }
+    bool Offer(WallTime& current) override {
+        mPoints[mWritten] = internal::ToUTC(current);
+        mRules.CorrectRepeatedHour(mStart, mPoints[mWritten], current);
+        return ++mWritten < mCount;
     }
-    WallTime close = current;
-    rules.OpenDay(current, close);
-    while (current < localStart) {
-        if (!rules.Step(current, close)) {
-            return 0;
-        }
-    }
-    for (unsigned int written = 0;;) {
-        Store(rules, start, points, written, current);
-        if (++written == count || !rules.Step(current, close)) {
-            return written;
-        }
-    }
-}
+    unsigned int Written() const { return mWritten; }
 
-unsigned int WalkPattern(const ScheduleRules& rules, const DateTime& start,
-                         const WallTime& localStart, unsigned int count, DateTime* points) {
-    WallTime current = localStart;
-    if (!rules.FirstDay(current)) {
-        return 0;
-    }
-    // The series is anchored at midnight of the first day; its times before the start
-    // are walked over. When the day runs out first, the next day's first time is the
-    // first point, wherever it lies.
-    if (!rules.TimeMatches(nullptr, current) || current < localStart) {
-        WallTime previous = current;
-        bool more = rules.NextTime(previous, current);
-        while (more && current < localStart) {
-            previous = current;
-            more = rules.NextTime(previous, current);
-        }
-        if (!more) {
-            if (!rules.NextDay(current, current)) {
-                return 0;
-            }
-            if (!rules.TimeMatches(nullptr, current)) {
-                previous = current;
-                if (!rules.NextTime(previous, current)) {
-                    return 0;
-                }
-            }
-        }
-    }
-    Store(rules, start, points, 0, current);
-    for (unsigned int written = 1; written < count; ++written) {
-        if (!rules.NextPoint(current, false)) {
-            return written;
-        }
-        Store(rules, start, points, written, current);
-    }
-    return count;
-}
+  private:
+    const internal::ScheduleRules& mRules;
+    const DateTime& mStart;
+    unsigned int mCount;
+    DateTime* mPoints;
+    unsigned int mWritten = 0;
+};
 
 }  // namespace
 
@@ -85,10 +40,11 @@ unsigned int TimeSeriesImpl::GetNextNTimePoints(const DateTime& start, unsigned 
     if (points == nullptr) {
         throw ZelvorBase::ExceptionImpl<TimeSeriesException>(L"Invalid parameter");
     }
-    const ScheduleRules rules(*this);
-    const WallTime localStart = internal::FromDateTime(start.ToLocalTime());
-    return rules.WindowSet() ? WalkWindow(rules, start, localStart, count, points)
-                             : WalkPattern(rules, start, localStart, count, points);
+    const internal::ScheduleRules rules(*this);
+    FirstPoints sink(rules, start, count, points);
+    internal::Walk(rules, internal::FromDateTime(start.ToLocalTime()),
+                   internal::FirstPoint::AtOrAfterStart, sink);
+    return sink.Written();
 }
 
 }  // namespace ZelvorDataType

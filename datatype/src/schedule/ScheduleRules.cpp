@@ -7,31 +7,7 @@
 namespace ZelvorDataType::internal {
 
 ScheduleRules::ScheduleRules(const TimeSeriesImpl& s) noexcept
-    : mRecord{s.mYear,
-              s.mMonth,
-              s.mDay,
-              s.mHour,
-              s.mMinute,
-              s.mSecond,
-              s.mMillisecond,
-              s.mWeek,
-              s.mDayOfWeek,
-              s.mYearRecurrence,
-              s.mMonthRecurrence,
-              s.mDayRecurrence,
-              s.mHourRecurrence,
-              s.mMinuteRecurrence,
-              s.mSecondRecurrence,
-              s.mMillisecondRecurrence,
-              s.mWeekRecurrence,
-              s.mDayOfWeekRecurrence,
-              s.mHourStart,
-              s.mMinuteStart,
-              s.mHourEnd,
-              s.mMinuteEnd,
-              s.mExecutingEveryMinutes},
-      mNoDay(false),
-      mNoTime(false) {
+    : mRecord(s), mNoDay(false), mNoTime(false) {
     mNoDay = CanNeverMatchADay();
     mNoTime = CanNeverPlaceATime();
 }
@@ -41,7 +17,7 @@ unsigned int ScheduleRules::EstimateCapacity(int startYear, int endYear) const {
     // than building entries for points that a dense schedule on a short range never
     // yields. The product itself stays below 2^57, so 64 bits hold it.
     constexpr long long kInitialLimit = 1 << 16;
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     long long product =
         r.mYearRecurrence == RECURRENCE_EVERY ? static_cast<long long>(endYear) + 1 - startYear : 1;
     if (r.mMonthRecurrence != RECURRENCE_FIXED) {

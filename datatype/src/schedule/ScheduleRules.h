@@ -1,11 +1,14 @@
 #pragma once
 
-// The pattern logic of a schedule, on local wall-clock values. A ScheduleRules is a
-// snapshot of one TimeSeriesImpl's record, taken at the start of a call: the call reads
-// nothing else of the schedule, which is what makes enumerating const and safe from
-// many threads at once.
+// The pattern logic of a schedule, on local wall-clock values. A ScheduleRules reads the
+// record of one TimeSeriesImpl in place and only reads it, so any number of calls may
+// enumerate one schedule at once; a setter running meanwhile is a data race, as it is
+// for any other const member of the schedule. It lives for one call and must not
+// outlive the schedule it reads.
 
-#include <ZelvorDataType/TimeSeries.h>
+#include <array>
+
+#include <ZelvorDataType/TimeSeriesImpl.h>
 
 #include "schedule/WallTime.h"
 
@@ -43,13 +46,12 @@ class ScheduleRules {
 
     unsigned int EstimateCapacity(int startYear, int endYear) const;
 
-    // The fields of the record, as TimeSeriesImpl holds them.
-    struct Record {
-        int mYear, mMonth, mDay, mHour, mMinute, mSecond, mMillisecond, mWeek, mDayOfWeek;
-        RECURRENCE mYearRecurrence, mMonthRecurrence, mDayRecurrence, mHourRecurrence,
-            mMinuteRecurrence, mSecondRecurrence, mMillisecondRecurrence, mWeekRecurrence,
-            mDayOfWeekRecurrence;
-        int mHourStart, mMinuteStart, mHourEnd, mMinuteEnd, mExecutingEveryMinutes;
+    // One time field as the odometer turns it.
+    struct Wheel {
+        RECURRENCE recurrence;
+        int value;
+        int range;
+        int unit;  // milliseconds
     };
 
   private:
@@ -61,8 +63,10 @@ class ScheduleRules {
     void JumpToFixedYear(CivilDay& day) const;
     bool Search(const WallTime* anchor, WallTime& work) const;
     bool CanNeverPlaceATime() const;
+    // The four time fields, lowest first: the order in which the odometer turns them.
+    std::array<Wheel, 4> Wheels() const;
 
-    Record mRecord;
+    const TimeSeriesImpl& mRecord;
     bool mNoDay;   // no date can pass the day pattern
     bool mNoTime;  // a fixed time field can't be placed
 };

@@ -8,15 +8,16 @@ namespace ZelvorDataType::internal {
 
 namespace {
 
-struct Wheel {
-    RECURRENCE recurrence;
-    int value;
-    int range;
-    int unit;  // milliseconds
-};
+using Wheel = ScheduleRules::Wheel;
 
-// The four time fields, lowest first: the order in which the odometer turns them.
-std::array<Wheel, 4> WheelsOf(const ScheduleRules::Record& r) {
+int FieldOf(const WallTime& t, const Wheel& w) {
+    return t.time / w.unit % w.range;
+}
+
+}  // namespace
+
+std::array<Wheel, 4> ScheduleRules::Wheels() const {
+    const TimeSeriesImpl& r = mRecord;
     return {{
         {r.mMillisecondRecurrence, r.mMillisecond, 1000, 1},
         {r.mSecondRecurrence, r.mSecond, 60, 1000},
@@ -25,14 +26,8 @@ std::array<Wheel, 4> WheelsOf(const ScheduleRules::Record& r) {
     }};
 }
 
-int FieldOf(const WallTime& t, const Wheel& w) {
-    return t.time / w.unit % w.range;
-}
-
-}  // namespace
-
 bool ScheduleRules::CanNeverPlaceATime() const {
-    for (const Wheel& w : WheelsOf(mRecord)) {
+    for (const Wheel& w : Wheels()) {
         const long long target = w.value < 0 ? static_cast<long long>(w.value) + w.range : w.value;
         if (w.recurrence == RECURRENCE_FIXED && (target < 0 || target >= w.range)) {
             return true;
@@ -42,7 +37,7 @@ bool ScheduleRules::CanNeverPlaceATime() const {
 }
 
 bool ScheduleRules::TimeMatches(const WallTime* anchor, const WallTime& time) const {
-    for (const Wheel& w : WheelsOf(mRecord)) {
+    for (const Wheel& w : Wheels()) {
         const int field = FieldOf(time, w);
         if (w.recurrence == RECURRENCE_FIXED) {
             // The stored value as stored: a negative one never matches here.
@@ -68,7 +63,7 @@ bool ScheduleRules::NextTime(const WallTime& previous, WallTime& next) const {
     WallTime copy = previous;
     bool advanced = false;
     bool carry = false;
-    for (const Wheel& w : WheelsOf(mRecord)) {
+    for (const Wheel& w : Wheels()) {
         const int present = FieldOf(copy, w);
         if (w.recurrence == RECURRENCE_EVERY) {
             // A zero interval would step without moving; such a wheel stands still.
@@ -126,13 +121,13 @@ void ScheduleRules::CorrectRepeatedHour(const DateTime& start, DateTime& stored,
 }
 
 bool ScheduleRules::WindowSet() const {
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     return r.mHourStart != -1 && r.mMinuteStart != -1 && r.mHourEnd != -1 && r.mMinuteEnd != -1 &&
            r.mExecutingEveryMinutes != -1;
 }
 
 void ScheduleRules::OpenDay(WallTime& current, WallTime& close) const {
-    const Record& r = mRecord;
+    const TimeSeriesImpl& r = mRecord;
     close = current;
     close.time = (r.mHourEnd * 60 + r.mMinuteEnd) * 60000;
     current.time = (r.mHourStart * 60 + r.mMinuteStart) * 60000;
@@ -163,12 +158,8 @@ using internal::ToDateTime;
 using internal::WallTime;
 
 bool TimeSeriesImpl::IsTimeInPattern(const DateTime* anchor, DateTime& time) const {
-    const ScheduleRules rules(*this);
-    if (anchor == nullptr) {
-        return rules.TimeMatches(nullptr, FromDateTime(time));
-    }
-    const WallTime from = FromDateTime(*anchor);
-    return rules.TimeMatches(&from, FromDateTime(time));
+    WallTime from{};
+    return ScheduleRules(*this).TimeMatches(internal::AnchorOf(anchor, from), FromDateTime(time));
 }
 
 bool TimeSeriesImpl::GetNextTime(const DateTime& previous, DateTime& next) const {

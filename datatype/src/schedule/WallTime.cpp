@@ -3,17 +3,13 @@
 namespace ZelvorDataType::internal {
 
 CivilDay DayFromNumber(int number) {
-    unsigned short year = 0;
-    short month = 0;
-    short day = 0;
-    DateTime::DAYSToYMD(number, year, month, day);
-    return CivilDay{number, year, month, day, WeekdayOf(number)};
+    const CivilDate date = DaysToCivil(number);
+    return CivilDay{number, date.year, date.month, date.day, DayOfWeek(number)};
 }
 
 CivilDay DayFromDate(int year, int month, int day) {
-    const int number = DateTime::YMDToDAYS(static_cast<unsigned short>(year),
-                                           static_cast<short>(month), static_cast<short>(day));
-    return CivilDay{number, year, month, day, WeekdayOf(number)};
+    const int number = DayNumberOrZero(static_cast<unsigned short>(year), month, day);
+    return CivilDay{number, year, month, day, DayOfWeek(number)};
 }
 
 WallTime FromDateTime(const DateTime& value) {
@@ -28,7 +24,7 @@ DateTime ToDateTime(const WallTime& value) {
 }
 
 bool AdvanceDay(CivilDay& day) {
-    if (day.number >= kLastDayNumber) {
+    if (day.number >= kLastReachableDayNumber) {
         return false;
     }
     ++day.number;
@@ -47,13 +43,13 @@ bool AddMilliseconds(WallTime& value, long long milliseconds) {
     // A span is at most an int interval times an hour (below 2^53 ms) and a wall time
     // below 2^51 ms, so the sum can't overflow 64 bits.
     const long long total = value.TotalMilliseconds() + milliseconds;
-    long long number = total / kMillisecondsPerDay;
-    long long time = total % kMillisecondsPerDay;
+    long long number = total / kMsPerDay;
+    long long time = total % kMsPerDay;
     if (time < 0) {
-        time += kMillisecondsPerDay;
+        time += kMsPerDay;
         --number;
     }
-    if (number < kFirstDayNumber || number > kLastDayNumber) {
+    if (number < kFirstDayNumber || number > kLastReachableDayNumber) {
         return false;
     }
     if (number != value.date.number) {

@@ -8,32 +8,18 @@
 
 #include <ZelvorDataType/DateTime.h>
 
+#include "calendar/CivilCalendar.h"
+
 namespace ZelvorDataType::internal {
-
-constexpr long long kMillisecondsPerDay = 86400000;
-
-// Day numbers (0 is 1899-12-30) of the first day a DateTime holds and of the last day
-// its arithmetic reaches: a sum past 65535-12-30 is clamped back to that day, so a walk
-// that stops there can't go round in circles.
-constexpr int kFirstDayNumber = -693959;  // 0000-01-01
-constexpr int kLastDayNumber = 23242571;  // 65535-12-30
-
-constexpr bool IsLeapYear(int year) {
-    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
-}
-
-constexpr int DaysInMonth(int year, int month) {
-    return month == 2 && IsLeapYear(year) ? 29 : DateTime::DaysInMonth[month - 1];
-}
 
 struct CivilDay {
     int number;   // day number
     int year;     // 0..65535
     int month;    // 1..12
-    int day;      // 1..DaysInMonth
+    int day;      // 1..MonthLength
     int weekday;  // 0 Sunday .. 6 Saturday
 
-    int DaysInThisMonth() const { return DaysInMonth(year, month); }
+    int DaysInThisMonth() const { return MonthLength(year, month); }
 };
 
 struct WallTime {
@@ -44,7 +30,7 @@ struct WallTime {
     int Minute() const { return time / 60000 % 60; }
     int Second() const { return time / 1000 % 60; }
     int Millisecond() const { return time % 1000; }
-    long long TotalMilliseconds() const { return date.number * kMillisecondsPerDay + time; }
+    long long TotalMilliseconds() const { return date.number * kMsPerDay + time; }
 };
 
 inline bool operator<(const WallTime& a, const WallTime& b) {
@@ -54,17 +40,21 @@ inline bool operator>(const WallTime& a, const WallTime& b) {
     return b < a;
 }
 
-// Day 0, 1899-12-30, was a Saturday.
-constexpr int WeekdayOf(int dayNumber) {
-    return ((dayNumber % 7) + 13) % 7;
-}
-
+// The day of a day number in kFirstDayNumber..kLastDayNumber.
 CivilDay DayFromNumber(int number);
 CivilDay DayFromDate(int year, int month, int day);
 WallTime FromDateTime(const DateTime& value);
+// The wall time of an optional anchor, kept in `storage`: null for no anchor.
+inline const WallTime* AnchorOf(const DateTime* anchor, WallTime& storage) {
+    if (anchor == nullptr) {
+        return nullptr;
+    }
+    storage = FromDateTime(*anchor);
+    return &storage;
+}
 DateTime ToDateTime(const WallTime& value);
 
-// The next calendar day; false, leaving `day`, past the last day arithmetic reaches.
+// The next calendar day; false, leaving `day`, past kLastReachableDayNumber.
 bool AdvanceDay(CivilDay& day);
 // Moves `value` by `milliseconds` (either sign); false, leaving `value`, when the result
 // would leave the days DateTime arithmetic reaches.
