@@ -10,4 +10,6 @@ void RelativeTimeTour();
 void DecimalTour();
 void ScheduleTour();
 void VariantTour();
+// The README's code, checked against what its comments say.
+void ReadmeTour();
 }  // namespace ZelvorTour

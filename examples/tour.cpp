@@ -11,5 +11,6 @@ int main() {
     ZelvorTour::ScheduleTour();
     ZelvorTour::DecimalTour();
     ZelvorTour::VariantTour();
+    ZelvorTour::ReadmeTour();
     return 0;
 }

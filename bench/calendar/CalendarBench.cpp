@@ -11,6 +11,8 @@
 
 #include <ZelvorDataType/DateTime.h>
 
+#include "support/Zone.h"
+
 namespace {
 
 using ZelvorDataType::DateTime;
@@ -45,8 +47,7 @@ std::vector<Fields> Dates(int firstYear, int years) {
 }
 
 void PinZone() {
-    setenv("TZ", "America/New_York", 1);
-    tzset();
+    ZelvorTest::PinZone("America/New_York");
 }
 
 void BM_DateTime_DayNumbersRoundTrip(benchmark::State& state) {

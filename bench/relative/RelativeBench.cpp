@@ -10,13 +10,14 @@
 
 #include <ZelvorDataType/ZelvorTime.h>
 
+#include "support/Zone.h"
+
 namespace {
 
 using namespace ZelvorDataType;
 
 void PinZone() {
-    setenv("TZ", "America/New_York", 1);
-    tzset();
+    ZelvorTest::PinZone("America/New_York");
 }
 
 const DateTime kReference(2024, 3, 14, 15, 30, 45, 123);

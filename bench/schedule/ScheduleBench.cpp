@@ -11,6 +11,8 @@
 
 #include <ZelvorDataType/TimeSeries.h>
 
+#include "support/Zone.h"
+
 namespace {
 
 using namespace ZelvorDataType;
@@ -20,8 +22,7 @@ constexpr RECURRENCE E = RECURRENCE_EVERY;
 constexpr RECURRENCE N = RECURRENCE_NONE;
 
 void NewYork() {
-    setenv("TZ", "America/New_York", 1);
-    tzset();
+    ZelvorTest::PinZone("America/New_York");
 }
 
 std::unique_ptr<TimeSeriesImpl> Daily() {

@@ -3,16 +3,16 @@
 // Shared checks of the relative-time fuzz targets.
 
 #include <cstdlib>
-#include <ctime>
 
 #include <ZelvorDataType/ZelvorTime.h>
+
+#include "support/Zone.h"
 
 namespace ZelvorFuzz {
 
 // A fixed zone with daylight saving, so that runs repeat.
 inline void PinZone() {
-    setenv("TZ", "America/New_York", 1);
-    tzset();
+    ZelvorTest::PinZone("America/New_York");
 }
 
 inline void Check(bool ok) {

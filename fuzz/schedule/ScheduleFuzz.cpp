@@ -13,6 +13,8 @@
 
 #include <ZelvorDataType/TimeSeries.h>
 
+#include "support/Zone.h"
+
 namespace {
 
 using namespace ZelvorDataType;
@@ -136,8 +138,7 @@ void CheckAscending(const DateTime* points, unsigned int n) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    setenv("TZ", "<+0530>-5:30", 1);
-    tzset();
+    ZelvorTest::PinZone("<+0530>-5:30");
     return 0;
 }
 

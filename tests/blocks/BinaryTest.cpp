@@ -199,29 +199,6 @@ TEST(Binary, FactoriesOnTheHeap) {
     EXPECT_EQ(View(onStack), (Bytes{'h', 'i'}));
 }
 
-TEST(Binary, RefusedArenaBlockLeavesAnEmptyBinary) {
-    ZelvorTest::RefusingBuffer buffer(2);  // the object is the first allocation
-    Binary* b = CreateBinary(kTen.data(), kTen.size(), &buffer);
-    EXPECT_EQ(b->GetSize(), 0u);
-    EXPECT_EQ(b->c_ptr(), nullptr);
-    b->UnZap();
-    EXPECT_EQ(b->GetSize(), 0u);
-
-    ZelvorTest::RefusingBuffer later(3);
-    Binary* c = CreateBinary(kTen.data(), kTen.size(), &later);
-    const Bytes twelve(12, 1);
-    c->SetBinary(twelve.data(), twelve.size());  // the growth is refused
-    EXPECT_EQ(c->GetSize(), 0u);
-    c->UnZap();
-    EXPECT_EQ(c->GetSize(), 0u);
-}
-
-TEST(Binary, RefusedArenaObjectThrows) {
-    ZelvorTest::RefusingBuffer buffer(1);
-    EXPECT_THROW((void)CreateBinary(&buffer), std::bad_alloc);
-    EXPECT_THROW((void)CreateBinary(kTen.data(), kTen.size(), &buffer), std::bad_alloc);
-}
-
 TEST(Binary, FailedHeapGrowthKeepsTheOldBlock) {
     ZELVOR_SKIP_UNDER_SANITIZER();
     std::unique_ptr<Binary> b(CreateBinary(kTen.data(), kTen.size()));

@@ -14,17 +14,14 @@
 
 #include <ZelvorBase/ZelvorBase.h>
 
+#include "support/HeapHook.h"
 #include "support/TestDoubles.h"
 
 namespace ZelvorFault {
 
-// The heap hook of this program (HeapHook.cpp).
-// Blocks of global operator new not yet given back, over all threads.
-long long LiveHeapBlocks() noexcept;
-// Makes the n-th allocation of this thread from now on throw std::bad_alloc, once.
-void ArmHeapFault(std::size_t n) noexcept;
-// Ends the trap; true when it sprang.
-bool DisarmHeapFault() noexcept;
+using ZelvorTest::ArmHeapFault;
+using ZelvorTest::DisarmHeapFault;
+using ZelvorTest::LiveHeapBlocks;
 
 enum class Fault { None, Heap, Arena, Contract };
 

@@ -14,6 +14,7 @@
 #include <ZelvorSerialization/MemoryDataStream.h>
 
 #include "FaultSupport.h"
+#include "support/Zone.h"
 
 namespace {
 
@@ -30,10 +31,7 @@ Record Saved(const ZelvorTime& value) {
 
 class TimeFaults : public testing::Test {
   protected:
-    void SetUp() override {
-        setenv("TZ", "Europe/Berlin", 1);
-        tzset();
-    }
+    void SetUp() override { ZelvorTest::PinZone("Europe/Berlin"); }
 };
 
 // One value of each form: empty, UTC, local, dynamic.

@@ -1,5 +1,6 @@
 // Keeps README.md and the compiled snippets in step: every ```cpp block of the README
-// is one of the "// [readme]" regions of Snippets.cpp, and every region is shown.
+// is one of the "// [readme]" regions of the tour's examples/tour_readme.cpp, which runs
+// them and checks their values, and every region is shown.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -4,20 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
-#include <string>
-
 #include <ZelvorDataType/DateTime.h>
+
+#include "support/Zone.h"
 
 namespace ZelvorRelativeTest {
 
 using ZelvorDataType::DateTime;
 
-inline void PinZone(const char* zone) {
-    setenv("TZ", zone, 1);
-    tzset();
-}
+using ZelvorTest::PinZone;
+using ZelvorTest::Text;
 
 // A zone east of UTC without daylight saving, and one west of it with daylight saving.
 inline constexpr const char* kZones[] = {"Asia/Tokyo", "America/New_York"};
@@ -27,10 +23,6 @@ struct Ymd {
     int year, month, day, hour = 0, minute = 0, second = 0, millisecond = 0;
     DateTime Make() const { return DateTime(year, month, day, hour, minute, second, millisecond); }
 };
-
-inline std::string Text(const DateTime& date) {
-    return date.ToString().c_str();
-}
 
 // Thursday 2024-03-14 15:30:45.123, the reference time of most cases.
 inline const Ymd kThursday{2024, 3, 14, 15, 30, 45, 123};

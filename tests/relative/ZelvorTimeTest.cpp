@@ -441,14 +441,4 @@ TEST_F(InTokyo, EveryTransitionOwnsItsRecord) {
     }
 }
 
-TEST_F(InTokyo, RefusedArenaLeavesAnEmptyValue) {
-    ZelvorTest::RefusingBuffer refusing(1);
-    ZelvorTime value(&refusing);
-    EXPECT_THROW(value.PutDynamicTime(DYNAMIC_TIME_TODAY), std::bad_alloc);
-    EXPECT_EQ(value.GetRealMode(), TIME_MODE_EMPTY);
-    EXPECT_THROW(value = ZelvorTime(DateTime(2024, 1, 1), TIME_MODE_UTC, true), std::bad_alloc);
-    EXPECT_EQ(value.GetRealMode(), TIME_MODE_EMPTY);
-    EXPECT_THROW(ZelvorTime(DateTime(2024, 1, 1), TIME_MODE_UTC, true, &refusing), std::bad_alloc);
-}
-
 }  // namespace

@@ -1,9 +1,8 @@
-// Schedules no one should build, and one schedule read by many threads: every call
-// returns, stays inside its array and hands out its points in walking order.
+// Schedules no one should build: every call returns, stays inside its array and hands
+// out its points in walking order. (One schedule read by many threads is in threads/.)
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <thread>
 
 #include "ScheduleSupport.h"
 
@@ -74,31 +73,5 @@ TEST(ScheduleRobustness, OddSchedulesEndAndStayInBounds) {
     }
 }
 // clang-format on
-
-TEST(ScheduleRobustness, ManyReadersOneSchedule) {
-    ZoneScope zone("UTC0");
-    const auto s = S().Week(FIXED, -1).Dow(32).At(17, 30).Make();
-    const auto run = [&] {
-        std::vector<DateTime> points(24, kUntouched);
-        s->GetNextNTimePoints(DateTime(2010, 3, 1), 12, points.data());
-        s->GetNextNTimePoints(DateTime(2010, 3, 1), DateTime(2010, 6, 1), 12, points.data() + 12);
-        return Join(points.data(), 24);
-    };
-    const std::string expected = run();
-    std::vector<int> mismatches(4, 0);
-    std::vector<std::thread> readers;
-    readers.reserve(mismatches.size());
-    for (int& count : mismatches) {
-        readers.emplace_back([&] {
-            for (int i = 0; i < 200; ++i) {
-                count += run() != expected;
-            }
-        });
-    }
-    for (std::thread& reader : readers) {
-        reader.join();
-    }
-    EXPECT_EQ(mismatches, std::vector<int>(4, 0));
-}
 
 }  // namespace

@@ -5,13 +5,13 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <ctime>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <ZelvorDataType/TimeSeries.h>
+
+#include "support/Zone.h"
 
 namespace ScheduleTest {
 
@@ -80,20 +80,7 @@ inline std::string Join(const DateTime* points, unsigned int n) {
     return Join(texts);
 }
 
-// Pins the process zone for one scope.
-class ZoneScope {
-  public:
-    explicit ZoneScope(const char* zone) { Set(zone); }
-    ~ZoneScope() { Set(nullptr); }
-    ZoneScope(const ZoneScope&) = delete;
-    ZoneScope& operator=(const ZoneScope&) = delete;
-
-  private:
-    static void Set(const char* zone) {
-        zone != nullptr ? setenv("TZ", zone, 1) : unsetenv("TZ");
-        tzset();
-    }
-};
+using ZelvorTest::ZoneScope;
 
 // GetNextNTimePoints from `start` (and `from`, when given).
 inline std::string Next(const TimeSeries& s, const char* start, unsigned int n,

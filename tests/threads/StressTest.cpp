@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cstdlib>
-#include <ctime>
 #include <functional>
 #include <latch>
 #include <memory>
@@ -16,15 +14,13 @@
 #include <ZelvorDataType/ZelvorDataType.h>
 
 #include "support/TestDoubles.h"
+#include "support/Zone.h"
 
 namespace {
 
 using namespace ZelvorDataType;
 using Job = std::function<std::string()>;
-
-std::string Text(const DateTime& date) {
-    return date.ToString().c_str();
-}
+using ZelvorTest::Text;
 
 std::unique_ptr<TimeSeries, void (*)(TimeSeries*)> Schedule(RECURRENCE dayRecurrence, int day,
                                                             int dayOfWeek,
@@ -43,10 +39,7 @@ class Threads : public testing::Test {
   protected:
     // The zone is set once, before any thread starts: changing it while other threads
     // convert is a race by the nature of the process-wide zone.
-    static void SetUpTestSuite() {
-        setenv("TZ", "America/New_York", 1);
-        tzset();
-    }
+    static void SetUpTestSuite() { ZelvorTest::PinZone("America/New_York"); }
 };
 
 // Reference dates around the daylight-saving changes, year ends and outside the

@@ -1,3 +1,5 @@
+// What a schedule records of the parameters it is built from and hands back: the
+// rules of construction, the window, copies and the saved record.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -17,7 +19,7 @@ std::vector<int> Window(const TS& s) {
 }
 
 // clang-format off
-TEST(ScheduleModel, ConstructionRules) {
+TEST(ScheduleRecord, ConstructionRules) {
     struct Case {
         const char* what; S schedule; int (TS::*get)() const; int stored; std::vector<int> window;
     };
@@ -50,7 +52,7 @@ TEST(ScheduleModel, ConstructionRules) {
     }
 }
 
-TEST(ScheduleModel, SettersRefuseAndKeep) {
+TEST(ScheduleRecord, SettersRefuseAndKeep) {
     // A setter with its argument, whether it stores, and the value read back.
     struct Case {
         S schedule; bool (TS::*put)(int); int arg; bool ok; int (TS::*get)() const; int value;
@@ -82,7 +84,7 @@ TEST(ScheduleModel, SettersRefuseAndKeep) {
 }
 // clang-format on
 
-TEST(ScheduleModel, CloneRunsTheConstructionAgain) {
+TEST(ScheduleRecord, CloneRunsTheConstructionAgain) {
     const std::unique_ptr<TS> plain(CreateTimeSeries(EVERY, 2, FIXED, 6, FIXED, 15, NONE, 0, NONE,
                                                      0, NONE, 0, NONE, 0, EVERY, 10, FIXED, 0, 9, 0,
                                                      17, 0, 30));

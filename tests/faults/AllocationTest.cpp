@@ -1,42 +1,22 @@
-// ZelvorTime with a Buffer must never touch the heap, whatever it is copied from or
-// assigned. Global operator new is counted here, so this suite is a program of its own.
+// Where the library promises to stay off the heap, the hook's count of blocks says
+// whether it did.
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <memory_resource>
-#include <new>
+#include <string>
 
+#include <ZelvorDataType/BigInt.h>
 #include <ZelvorDataType/ZelvorTime.h>
 
-#include "RelativeSupport.h"
+#include "support/HeapHook.h"
 #include "support/TestDoubles.h"
-
-namespace {
-
-std::size_t gHeapAllocations = 0;
-
-}  // namespace
-
-#if ZELVOR_CAN_REPLACE_NEW
-void* operator new(std::size_t size) {
-    ++gHeapAllocations;
-    if (void* p = std::malloc(size == 0 ? 1 : size)) {
-        return p;
-    }
-    throw std::bad_alloc();
-}
-void operator delete(void* p) noexcept {
-    std::free(p);
-}
-void operator delete(void* p, std::size_t) noexcept {
-    std::free(p);
-}
-#endif
+#include "support/Zone.h"
 
 namespace {
 
 using namespace ZelvorDataType;
+using ZelvorTest::HeapAllocations;
 
 // An arena over a fixed block that never falls back on the heap.
 class FixedArena : public ZelvorBase::Buffer {
@@ -51,11 +31,11 @@ class FixedArena : public ZelvorBase::Buffer {
                                                   std::pmr::null_memory_resource()};
 };
 
-TEST(ZelvorTimeInABuffer, CopiesAndAssignmentsNeverUseTheHeap) {
+TEST(HeapUse, ZelvorTimeInABufferNeverUsesTheHeap) {
     if (!ZELVOR_CAN_REPLACE_NEW) {
         GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
     }
-    ZelvorRelativeTest::PinZone("Europe/Berlin");
+    const ZelvorTest::ZoneScope zone("Europe/Berlin");
     ZelvorTime rule;
     rule.PutDynamicTime(DYNAMIC_TIME_THIS_MONTH);
     rule.PutDay(-1, true);
@@ -67,7 +47,7 @@ TEST(ZelvorTimeInABuffer, CopiesAndAssignmentsNeverUseTheHeap) {
     };
     static FixedArena arena;
 
-    const std::size_t before = gHeapAllocations;
+    const long long before = HeapAllocations();
     for (const ZelvorTime& first : sources) {
         for (const ZelvorTime& second : sources) {
             ZelvorTime value(first, &arena);
@@ -82,7 +62,30 @@ TEST(ZelvorTimeInABuffer, CopiesAndAssignmentsNeverUseTheHeap) {
             EXPECT_EQ(value == copy, copy == value);
         }
     }
-    EXPECT_EQ(gHeapAllocations - before, 0u);
+    EXPECT_EQ(HeapAllocations() - before, 0);
+}
+
+// Results of up to 255 digits are worked out without a heap work area.
+TEST(HeapUse, BigIntWorkAreaOnlyFrom256Digits) {
+    if (!ZELVOR_CAN_REPLACE_NEW) {
+        GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
+    }
+    struct Case {
+        int op, lengthA, lengthB;
+        long long heapBlocks;  // the result itself lives in the arena
+    } cases[] = {{2, 128, 127, 0}, {2, 128, 128, 1}, {0, 254, 10, 0}, {0, 255, 10, 1},
+                 {1, 255, 10, 0},  {1, 256, 10, 1},  {3, 260, 6, 0},  {3, 261, 6, 1}};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(testing::Message() << "op " << c.op << " " << c.lengthA << "/" << c.lengthB);
+        const std::string a(static_cast<size_t>(c.lengthA), '7');
+        const std::string b(static_cast<size_t>(c.lengthB), '3');
+        ZelvorBase::Buffer arena;
+        const BigInt x(a.c_str(), c.lengthA, 1, 0, false, &arena);
+        const BigInt y(b.c_str(), c.lengthB, 1, 0, false, &arena);
+        const long long before = HeapAllocations();
+        ASSERT_NE(BigInt::CalculateBuf(c.op, &x, &y, 0, &arena, 1), nullptr);
+        EXPECT_EQ(HeapAllocations() - before, c.heapBlocks);
+    }
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The global allocator of the fault program: malloc and free underneath (so the
 // sanitizers and valgrind still see every block), with a count of live blocks and a
 // per-thread trap that makes one chosen allocation throw std::bad_alloc. Replacing
-// operator new is program-wide, which is why these suites are a program of their own.
+// operator new is program-wide, which is why the suites that count are one program.
 // Under ThreadSanitizer the runtime's allocator stays: no block is counted and no trap
 // springs, so the heap runs of each case end at once and the arena and contract runs
 // remain.
@@ -10,11 +10,13 @@
 #include <cstdlib>
 #include <new>
 
-#include "FaultSupport.h"
+#include "HeapHook.h"
+#include "TestDoubles.h"
 
 namespace {
 
 std::atomic<long long> gLive{0};
+std::atomic<long long> gTaken{0};
 
 // Allocations left before the trap springs on this thread; 0 when unarmed.
 thread_local std::size_t tCountdown = 0;
@@ -31,6 +33,7 @@ void* Take(std::size_t size) {
         throw std::bad_alloc();
     }
     gLive.fetch_add(1, std::memory_order_relaxed);
+    gTaken.fetch_add(1, std::memory_order_relaxed);
     return p;
 }
 
@@ -44,10 +47,14 @@ void Give(void* p) noexcept {
 
 }  // namespace
 
-namespace ZelvorFault {
+namespace ZelvorTest {
 
 long long LiveHeapBlocks() noexcept {
     return gLive.load(std::memory_order_relaxed);
+}
+
+long long HeapAllocations() noexcept {
+    return gTaken.load(std::memory_order_relaxed);
 }
 
 void ArmHeapFault(std::size_t n) noexcept {
@@ -60,7 +67,7 @@ bool DisarmHeapFault() noexcept {
     return tFired;
 }
 
-}  // namespace ZelvorFault
+}  // namespace ZelvorTest
 
 #if ZELVOR_CAN_REPLACE_NEW
 // Every replaceable form but the over-aligned ones, which the runtime keeps as a
