@@ -53,12 +53,32 @@ void BigInt::Plus(char* result, int& resultLength, const BigInt* a, const BigInt
         s = -s;
     }
     const int64_t n = std::max(high.length + s, low.length) + 1;  // one more for the carry
-    uint64_t carry = 0;
-    for (int64_t k = 0, lanes = internal::LaneCount(n); k < lanes; ++k) {
+    const int64_t lanes = internal::LaneCount(n);
+    // Lanes fullFrom .. fullTo - 1 lie inside both texts (none of high's appended zeros,
+    // nothing left of either start) and inside the result, which is longer than both:
+    // they go without the edge checks. fullTo <= (n - 1) / 8 < lanes.
+    const int64_t fullFrom = (s + internal::kLaneDigits - 1) / internal::kLaneDigits;
+    const int64_t fullTo = std::min(low.length, high.length + s) / internal::kLaneDigits;
+    const auto edgeLane = [&](int64_t k, uint64_t& carry) {
         const uint64_t sum =
             internal::AddLanes(internal::LoadLanes(low.text, low.length, 0, k),
                                internal::LoadLanes(high.text, high.length, s, k), carry);
         internal::StoreLanes(result, n, k, sum);
+    };
+    uint64_t carry = 0;
+    int64_t k = 0;
+    for (; k < std::min(fullFrom, lanes); ++k) {
+        edgeLane(k, carry);
+    }
+    for (; k < fullTo; ++k) {
+        const int64_t back = internal::kLaneDigits * (k + 1);  // the lane ends 8k from the right
+        const uint64_t sum =
+            internal::AddLanes(internal::LoadFullLanes(low.text + low.length - back),
+                               internal::LoadFullLanes(high.text + high.length + s - back), carry);
+        internal::StoreFullLanes(result + n - back, sum);
+    }
+    for (; k < lanes; ++k) {
+        edgeLane(k, carry);
     }
     resultLength = static_cast<int>(n);
     result[n] = '\0';
@@ -72,8 +92,12 @@ void BigInt::Minus(char* result, int& resultLength, const BigInt* a, const BigIn
     const int64_t offsetB = s > 0 ? s : 0;
     const int64_t n = x.length + offsetA;
     const int64_t lanes = internal::LaneCount(n);
-    uint64_t borrow = 0;
-    for (int64_t k = 0; k < lanes; ++k) {
+    // Lanes fullFrom .. fullTo - 1 lie inside both texts, clear of the appended zeros,
+    // and below the result's top lane: they go without the edge checks and the mask.
+    const int64_t fullFrom =
+        (std::max(offsetA, offsetB) + internal::kLaneDigits - 1) / internal::kLaneDigits;
+    const int64_t fullTo = std::min(n, y.length + offsetB) / internal::kLaneDigits;
+    const auto edgeLane = [&](int64_t k, uint64_t& borrow) {
         uint64_t subtrahend = internal::LoadLanes(y.text, y.length, offsetB, k);
         const int64_t inside = n - k * internal::kLaneDigits;
         if (inside < internal::kLaneDigits) {
@@ -84,6 +108,21 @@ void BigInt::Minus(char* result, int& resultLength, const BigInt* a, const BigIn
         const uint64_t difference = internal::SubtractLanes(
             internal::LoadLanes(x.text, x.length, offsetA, k), subtrahend, borrow);
         internal::StoreLanes(result, n, k, difference);
+    };
+    uint64_t borrow = 0;
+    int64_t k = 0;
+    for (; k < std::min(fullFrom, lanes); ++k) {
+        edgeLane(k, borrow);
+    }
+    for (; k < fullTo; ++k) {
+        const int64_t back = internal::kLaneDigits * (k + 1);  // the lane ends 8k from the right
+        const uint64_t difference = internal::SubtractLanes(
+            internal::LoadFullLanes(x.text + n - back),
+            internal::LoadFullLanes(y.text + y.length + offsetB - back), borrow);
+        internal::StoreFullLanes(result + n - back, difference);
+    }
+    for (; k < lanes; ++k) {
+        edgeLane(k, borrow);
     }
     resultLength = static_cast<int>(n);
     result[n] = '\0';
