@@ -26,10 +26,11 @@ namespace ZelvorDataType {
 //
 // Ownership: with `mBuffer` null the object owns `mDigits` and frees them; with a Buffer
 // the digits live as long as the arena. A heap result of arithmetic carries its digits
-// in the same heap block, right behind the object, so that one allocation makes it;
-// `delete` frees object and digits together, as for any heap object of this class. Objects made by
-// Calculate, CalculateBuf, Clone and CreateZero come from the given Buffer, or from the heap when
-// it is null; their owner deletes a heap object and abandons an arena one.
+// in its own heap block, right behind the object, so that one allocation makes it;
+// `delete` frees object and digits together, as for any heap object of this class.
+// Objects made by Calculate, CalculateBuf, Clone and CreateZero come from the given
+// Buffer, or from the heap when it is null; their owner deletes a heap object and
+// abandons an arena one.
 //
 // Allocation failures surface as std::bad_alloc. A result whose digit count can't be
 // held in 32 bits throws std::length_error. Nothing else throws.
