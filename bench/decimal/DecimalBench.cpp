@@ -1,11 +1,14 @@
-// BM_BigDecimal_* against GMP's mpz_t on the same scaled values: a decimal of N digits at
-// scale 10 is, for GMP, the N-digit integer of its digits. Each operation of ours makes
-// a new value (object, digits and all), so the BM_Mpz_* peers make a fresh mpz_t per
-// operation too (init, operate, clear); BM_MpzInPlace_* reuse one result, which shows
-// what the fresh value costs.
+// BM_BigDecimal_* against two peers on the same scaled values. GMP's mpz_t: a decimal of
+// N digits at scale 10 is, for GMP, the N-digit integer of its digits. Each operation of
+// ours makes a new value (object, digits and all), so the BM_Mpz_* peers make a fresh
+// mpz_t per operation too (init, operate, clear); BM_MpzInPlace_* reuse one result, which
+// shows what the fresh value costs. BM_DecFloat_*: Boost.Multiprecision's cpp_dec_float
+// with 80 digits, the decimal type a C++ user picks otherwise; 80 digits hold a 38 x 38
+// digit product exactly, so its peers run at 18 and 38 digits only.
 #include <benchmark/benchmark.h>
 
 #include <gmp.h>
+#include <boost/multiprecision/cpp_dec_float.hpp>
 
 #include <cstring>
 #include <random>
@@ -47,6 +50,9 @@ class Mpz {
     mpz_t v;
 };
 
+using DecFloat = boost::multiprecision::number<boost::multiprecision::cpp_dec_float<80>,
+                                               boost::multiprecision::et_off>;
+
 struct Operands {
     explicit Operands(int64_t n)
         : digitsA(Digits(n, 1)),
@@ -64,10 +70,96 @@ struct Operands {
 };
 
 void Sizes(benchmark::internal::Benchmark* b) {
-    for (int n : {18, 38, 100, 1000}) {
+    for (int n : {18, 38, 100, 1000, 10000}) {
         b->Arg(n);
     }
 }
+
+// Lengths whose products the 80-digit peer holds exactly.
+void ShortSizes(benchmark::internal::Benchmark* b) {
+    for (int n : {18, 38}) {
+        b->Arg(n);
+    }
+}
+
+struct DecFloatOperands {
+    explicit DecFloatOperands(int64_t n)
+        : text(Decimal(Digits(n, 1))), a(text), b(Decimal(Digits(n, 2))) {}
+    std::string text;
+    DecFloat a, b;
+};
+
+// Truncation to kScale places, as our Divide does: trunc(q * 10^k) / 10^k.
+const DecFloat& Pow10Scale() {
+    static const DecFloat p = boost::multiprecision::pow(DecFloat(10), kScale);
+    return p;
+}
+
+void BM_DecFloat_Parse(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    for (auto _ : state) {
+        DecFloat v(o.text);
+        benchmark::DoNotOptimize(v);
+    }
+}
+BENCHMARK(BM_DecFloat_Parse)->Apply(ShortSizes);
+
+void BM_DecFloat_Add(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    for (auto _ : state) {
+        DecFloat r = o.a + o.b;
+        benchmark::DoNotOptimize(r);
+    }
+}
+BENCHMARK(BM_DecFloat_Add)->Apply(ShortSizes);
+
+void BM_DecFloat_Sub(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    for (auto _ : state) {
+        DecFloat r = o.a - o.b;
+        benchmark::DoNotOptimize(r);
+    }
+}
+BENCHMARK(BM_DecFloat_Sub)->Apply(ShortSizes);
+
+void BM_DecFloat_Mul(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    for (auto _ : state) {
+        DecFloat r = o.a * o.b;
+        benchmark::DoNotOptimize(r);
+    }
+}
+BENCHMARK(BM_DecFloat_Mul)->Apply(ShortSizes);
+
+void BM_DecFloat_Div(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    const DecFloat& p = Pow10Scale();
+    for (auto _ : state) {
+        DecFloat r = boost::multiprecision::trunc(o.a / o.b * p) / p;
+        benchmark::DoNotOptimize(r);
+    }
+}
+BENCHMARK(BM_DecFloat_Div)->Apply(ShortSizes);
+
+void BM_DecFloat_CompareTo(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    std::string other = o.text;
+    other.back() = other.back() == '9' ? '8' : '9';
+    const DecFloat b(other);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(o.a.compare(b));
+    }
+}
+BENCHMARK(BM_DecFloat_CompareTo)->Apply(ShortSizes);
+
+// Fixed notation with kScale places, the text our ToString gives.
+void BM_DecFloat_ToString(benchmark::State& state) {
+    const DecFloatOperands o(state.range(0));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(o.a.str(0, std::ios_base::fixed));
+    }
+}
+BENCHMARK(BM_DecFloat_ToString)->Apply(ShortSizes);
 
 void BM_BigDecimal_Parse(benchmark::State& state) {
     const Operands o(state.range(0));

@@ -152,4 +152,40 @@ TEST(BigDecimalAgainstGmp, RandomOperands) {
     }
 }
 
+// Products long enough for the split multiplication: lengths at and around where it
+// takes over, unequal halves, and all nines for the longest carry chains.
+TEST(BigDecimalAgainstGmp, LongProducts) {
+    const struct {
+        size_t lengthA, lengthB;
+        bool nines;
+    } cases[] = {{2304, 2304, false},
+                 {2305, 4600, false},
+                 {4607, 2400, true},
+                 {9001, 8999, false},
+                 {9000, 9000, true}};
+    std::mt19937_64 rng(0x1095ULL);
+    for (const auto& c : cases) {
+        std::string digits[2];
+        for (int side = 0; side < 2; ++side) {
+            const size_t count = side == 0 ? c.lengthA : c.lengthB;
+            for (size_t i = 0; i < count; ++i) {
+                digits[side] += static_cast<char>(c.nines ? '9' : '0' + rng() % 10);
+            }
+            digits[side][0] = '9';  // no zeros in front, which a heap value would keep
+        }
+        SCOPED_TRACE(std::to_string(c.lengthA) + " x " + std::to_string(c.lengthB));
+        Z a;
+        Z b;
+        Z expected;
+        mpz_set_str(a.v, digits[0].c_str(), 10);
+        mpz_set_str(b.v, digits[1].c_str(), 10);
+        mpz_mul(expected.v, a.v, b.v);
+        mpz_neg(expected.v, expected.v);
+        const BigDecimal x(("-" + digits[0].substr(0, 7) + "." + digits[0].substr(7)).c_str());
+        const BigDecimal y(digits[1].c_str());
+        EXPECT_EQ((x * y)->ToString().c_str(),
+                  Format(expected.v, static_cast<long>(c.lengthA) - 7, -1));
+    }
+}
+
 }  // namespace

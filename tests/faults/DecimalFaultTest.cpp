@@ -98,9 +98,13 @@ TEST(DecimalFaults, ArithmeticLeavesItsOperandsAlone) {
         {"*", [](const BigDecimal& a, const BigDecimal& b) { return a * b; }},
         {"/", [](const BigDecimal& a, const BigDecimal& b) { return a / b; }},
         {"/300", [](const BigDecimal& a, const BigDecimal& b) { return a.Divide(b, 300); }},
+        {"/10", [](const BigDecimal& a, const BigDecimal& b) { return a.Divide(b, 10); }},
+        // A result used as an operand, then dropped: its digits share its block.
+        {"(+)*", [](const BigDecimal& a, const BigDecimal& b) { return *(a + b) * a; }},
     };
     const std::pair<std::string, std::string> operands[] = {
-        {"12.5", "-0.25"}, {"0", "3.5"}, {kLong, "7"}, {kLong, kLongNegative}, {"-1", kLong}};
+        {"12.5", "-0.25"},      {"0", "3.5"},  {kLong, "7"},
+        {kLong, kLongNegative}, {"-1", kLong}, {"99.99", "0.01"}};
     for (const auto& op : operations) {
         for (const auto& pair : operands) {
             const std::string& left = pair.first;

@@ -103,7 +103,7 @@ BigInt::BigInt(const BigInt& other, ZelvorBase::Buffer* buffer)
 }
 
 BigInt::~BigInt() {
-    if (mBuffer == nullptr) {
+    if (mBuffer == nullptr && !mDigitsInBlock) {
         delete[] mDigits;
     }
 }
@@ -117,6 +117,17 @@ void BigInt::GetRawForm(const char*& digits, int& sign, int& length,
 }
 
 int BigInt::CompareABS(const BigInt& other, int shift) const noexcept {
+    // Level digits that both start with a significant one, the common case: the longer
+    // is the greater, equal lengths compare as text. The general path below gives the
+    // same answer after its longer way.
+    if (shift == 0 && mLength > 0 && other.mLength > 0 && mDigits[0] != '0' &&
+        other.mDigits[0] != '0') {
+        if (mLength != other.mLength) {
+            return mLength > other.mLength ? 1 : -1;
+        }
+        const int c = std::memcmp(mDigits, other.mDigits, static_cast<size_t>(mLength));
+        return c > 0 ? 1 : (c < 0 ? -1 : 0);
+    }
     const BigInt* a = this;
     const BigInt* b = &other;
     long long s = shift;  // 64 bits: negating the lowest int must not overflow
@@ -169,21 +180,29 @@ BigInt* BigInt::CreateZero(ZelvorBase::Buffer* buffer) {
 BigInt* BigInt::FromDigits(const char* digits, int length, int sign, ZelvorBase::Buffer* buffer) {
     const int64_t zeros = internal::CountLeadingZeros(digits, length);
     const int count = sign == 0 ? 0 : length - static_cast<int>(zeros);
-    std::unique_ptr<char[]> owned;
-    char* copy = nullptr;
-    if (buffer != nullptr) {
-        copy = AllocateDigits(count, buffer);
-    } else {
-        owned.reset(AllocateDigits(count, nullptr));
-        copy = owned.get();
+    if (buffer == nullptr) {
+        // One heap block: the object, then its digits and terminator. Nothing can throw
+        // once the block is there.
+        void* block = ::operator new(sizeof(BigInt) + static_cast<size_t>(count) + 1);
+        BigInt* result = ::new (block) BigInt();
+        char* copy = static_cast<char*>(block) + sizeof(BigInt);
+        std::memcpy(copy, digits + zeros, static_cast<size_t>(count));
+        copy[count] = '\0';
+        result->mSign = sign;
+        result->mLength = count;
+        result->mDigitsInBlock = true;
+        result->mDigits = copy;
+        return result;
     }
+    // Arena memory is never given back, so a refused object leaks nothing.
+    char* copy = AllocateDigits(count, buffer);
     std::memcpy(copy, digits + zeros, static_cast<size_t>(count));
     copy[count] = '\0';
     BigInt* result = new (buffer) BigInt();
     result->mSign = sign;
     result->mLength = count;
     result->mBuffer = buffer;
-    result->mDigits = buffer != nullptr ? copy : owned.release();
+    result->mDigits = copy;
     return result;
 }
 

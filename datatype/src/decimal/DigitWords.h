@@ -177,6 +177,19 @@ inline uint64_t LoadLanes(const char* digits, int64_t length, int64_t offset, in
     return __builtin_bswap64(text) - kLaneZeros;  // reading order puts the first digit lowest
 }
 
+// The eight digits at `p`, all inside the string, as lanes: LoadLanes without the edges.
+inline uint64_t LoadFullLanes(const char* p) noexcept {
+    uint64_t text;
+    std::memcpy(&text, p, sizeof text);
+    return __builtin_bswap64(text) - kLaneZeros;
+}
+
+// Eight digits to `out`, all inside the string: StoreLanes without the edges.
+inline void StoreFullLanes(char* out, uint64_t lanes) noexcept {
+    const uint64_t text = __builtin_bswap64(lanes + kLaneZeros);
+    std::memcpy(out, &text, sizeof text);
+}
+
 // Writes lane k of the `length` digit characters at `out`, dropping digits of the top
 // lane that fall left of the string.
 inline void StoreLanes(char* out, int64_t length, int64_t k, uint64_t lanes) noexcept {
