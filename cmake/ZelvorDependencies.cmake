@@ -10,6 +10,8 @@
 #   benchmark::benchmark        with ZELVOR_BUILD_BENCHMARKS
 #   zelvor::gmp                 GMP, the independent oracle of the decimal tests,
 #                               benchmarks and fuzz targets (never linked by the library)
+#   zelvor::boost_multiprecision  Boost's decimal float, a peer of the decimal
+#                               benchmarks (header only)
 #   ZELVOR_FAKETIME             the faketime program, or empty
 #   ZELVOR_CLOCK_TESTS          ON when the cases that pin the clock can run
 
@@ -43,6 +45,16 @@ endif()
 if(ZELVOR_BUILD_BENCHMARKS)
     find_package(benchmark CONFIG QUIET)
     zelvor_need(benchmark_FOUND "Google Benchmark" libbenchmark-dev)
+    find_path(ZELVOR_BOOST_INCLUDE_DIR boost/multiprecision/cpp_dec_float.hpp)
+    if(ZELVOR_BOOST_INCLUDE_DIR)
+        add_library(zelvor::boost_multiprecision INTERFACE IMPORTED)
+        # SYSTEM: the project's warnings are not Boost's to answer.
+        set_target_properties(zelvor::boost_multiprecision PROPERTIES
+            INTERFACE_INCLUDE_DIRECTORIES ${ZELVOR_BOOST_INCLUDE_DIR}
+            INTERFACE_SYSTEM_INCLUDE_DIRECTORIES ${ZELVOR_BOOST_INCLUDE_DIR})
+    else()
+        zelvor_need(FALSE "Boost.Multiprecision, a peer of the decimal benchmarks" libboost-dev)
+    endif()
 endif()
 
 if(ZELVOR_BUILD_TESTS OR ZELVOR_BUILD_BENCHMARKS OR ZELVOR_BUILD_FUZZERS)
