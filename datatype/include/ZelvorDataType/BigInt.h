@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstddef>
-#include <new>
-
 #include <ZelvorBase/Buffer.h>
 #include <ZelvorDataType/Export.h>
 
@@ -24,13 +21,10 @@ namespace ZelvorDataType {
 // `shift` 2, the last digit of the second operand stands two places left of the last
 // digit of the first one (25 at scale 2 against 5 at scale 0 means 0.25 against 5).
 //
-// Ownership: with `mBuffer` null the object owns `mDigits` and frees them; with a Buffer
-// the digits live as long as the arena. A heap result of arithmetic carries its digits
-// in its own heap block, right behind the object, so that one allocation makes it;
-// `delete` frees object and digits together, as for any heap object of this class.
-// Objects made by Calculate, CalculateBuf, Clone and CreateZero come from the given
-// Buffer, or from the heap when it is null; their owner deletes a heap object and
-// abandons an arena one.
+// Ownership: with `mBuffer` null the object owns `mDigits` (array new) and frees them;
+// with a Buffer the digits live as long as the arena. Objects made by Calculate,
+// CalculateBuf, Clone and CreateZero come from the given Buffer, or from the heap when
+// it is null; their owner deletes a heap object and abandons an arena one.
 //
 // Allocation failures surface as std::bad_alloc. A result whose digit count can't be
 // held in 32 bits throws std::length_error. Nothing else throws.
@@ -58,20 +52,8 @@ class ZELVOR_DATATYPE_API BigInt {
     // Values are rebuilt, never overwritten.
     BigInt& operator=(const BigInt&) = delete;
 
-    // Frees the digits when they came from the heap in a block of their own.
+    // Frees the digits when they came from the heap.
     ~BigInt();
-
-    // Heap objects are allocated and freed by these, so that `delete` hands a block with
-    // digits inside back whole (an unsized free of what ::operator new gave). The
-    // Buffer forms are the arena placements of ZelvorBase.
-    static void* operator new(std::size_t size) { return ::operator new(size); }
-    static void* operator new(std::size_t size, ZelvorBase::Buffer* buffer) {
-        return ::operator new(size, buffer);
-    }
-    static void operator delete(void* p) noexcept { ::operator delete(p); }
-    static void operator delete(void* p, ZelvorBase::Buffer* buffer) noexcept {
-        ::operator delete(p, buffer);
-    }
 
     // Lends out the fields: `digits` stays owned by this object (and may be null for a
     // zero).
@@ -178,9 +160,6 @@ class ZELVOR_DATATYPE_API BigInt {
     int mSign = 0;
     int mLength = 0;
     int mLeadingZeros = 0;
-    // Set when `mDigits` lives in this object's own heap block (see FromDigits); it sits
-    // in what was padding, so the record keeps its size and field offsets.
-    bool mDigitsInBlock = false;
     char* mDigits = nullptr;
     ZelvorBase::Buffer* mBuffer = nullptr;
 };

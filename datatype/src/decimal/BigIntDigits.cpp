@@ -103,7 +103,7 @@ BigInt::BigInt(const BigInt& other, ZelvorBase::Buffer* buffer)
 }
 
 BigInt::~BigInt() {
-    if (mBuffer == nullptr && !mDigitsInBlock) {
+    if (mBuffer == nullptr) {
         delete[] mDigits;
     }
 }
@@ -180,29 +180,21 @@ BigInt* BigInt::CreateZero(ZelvorBase::Buffer* buffer) {
 BigInt* BigInt::FromDigits(const char* digits, int length, int sign, ZelvorBase::Buffer* buffer) {
     const int64_t zeros = internal::CountLeadingZeros(digits, length);
     const int count = sign == 0 ? 0 : length - static_cast<int>(zeros);
-    if (buffer == nullptr) {
-        // One heap block: the object, then its digits and terminator. Nothing can throw
-        // once the block is there.
-        void* block = ::operator new(sizeof(BigInt) + static_cast<size_t>(count) + 1);
-        BigInt* result = ::new (block) BigInt();
-        char* copy = static_cast<char*>(block) + sizeof(BigInt);
-        std::memcpy(copy, digits + zeros, static_cast<size_t>(count));
-        copy[count] = '\0';
-        result->mSign = sign;
-        result->mLength = count;
-        result->mDigitsInBlock = true;
-        result->mDigits = copy;
-        return result;
+    std::unique_ptr<char[]> owned;
+    char* copy = nullptr;
+    if (buffer != nullptr) {
+        copy = AllocateDigits(count, buffer);
+    } else {
+        owned.reset(AllocateDigits(count, nullptr));
+        copy = owned.get();
     }
-    // Arena memory is never given back, so a refused object leaks nothing.
-    char* copy = AllocateDigits(count, buffer);
     std::memcpy(copy, digits + zeros, static_cast<size_t>(count));
     copy[count] = '\0';
     BigInt* result = new (buffer) BigInt();
     result->mSign = sign;
     result->mLength = count;
     result->mBuffer = buffer;
-    result->mDigits = copy;
+    result->mDigits = buffer != nullptr ? copy : owned.release();
     return result;
 }
 
