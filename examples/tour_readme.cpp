@@ -2,6 +2,7 @@
 // block between "// [readme]" and "// [/readme]" is, line for line, a ```cpp block of
 // the README (tests/readme checks that), and the checks after it hold it to the values
 // its comments promise: a mismatch ends the tour with a message.
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
@@ -105,6 +106,22 @@ void Variants() {
     Check(printed == "1.50", "printed");
 }
 
+void ChronoBridges() {
+    using namespace std::chrono;
+    // [readme]
+    const DateTime launch(2024, 3, 8, 16, 30, 0, 250);
+    const sys_time<milliseconds> instant = ToSysTime(launch);  // the fields read as UTC
+    const DateTime back = DateTimeFromSysTime(instant);        // exact, years 0 to 65535
+    const year_month_day date = ToYearMonthDay(launch);        // 2024-03-08; throws past 32767
+    const weekday day = ToWeekday(launch);                     // Friday
+    const TimeSpan shift = TimeSpanFromDuration(hours(8));     // 28800000 ms
+    // [/readme]
+    Check(instant.time_since_epoch() == milliseconds(1709915400250), "instant");
+    Check(back == launch, "back");
+    Check(date == year(2024) / March / 8 && day == Friday, "date and weekday");
+    Check(shift.GetTotalMilliseconds() == 28800000, "shift");
+}
+
 }  // namespace
 
 void ReadmeTour() {
@@ -120,6 +137,7 @@ void ReadmeTour() {
     RelativeTimes();
     Schedules();
     Variants();
+    ChronoBridges();
     zone != nullptr ? setenv("TZ", previousZone.c_str(), 1) : unsetenv("TZ");
     tzset();
     std::puts("each does what the README says");

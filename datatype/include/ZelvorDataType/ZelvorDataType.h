@@ -8,6 +8,7 @@
 #include <ZelvorDataType/Binary.h>
 #include <ZelvorDataType/BinaryCollection.h>
 #include <ZelvorDataType/CellFmtData.h>
+#include <ZelvorDataType/Chrono.h>
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/Export.h>
