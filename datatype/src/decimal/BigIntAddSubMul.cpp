@@ -48,21 +48,30 @@ void CarryColumns(uint64_t* columns, int64_t count) noexcept {
 constexpr int64_t kKaratsubaWords = 40;
 constexpr int64_t kKaratsubaFrom = 256;
 
+// x * y for nx-word x and ny-word y into the nx + ny entries of `columns`, each below
+// 10^9 at the end. Schoolbook rows without a carry chain in the inner loop; the columns
+// are brought back below 10^9 every kRowsPerCarry rows, before they could overflow.
+void MultiplyColumns(const uint32_t* x, int64_t nx, const uint32_t* y, int64_t ny,
+                     uint64_t* columns) noexcept {
+    const int64_t width = nx + ny;
+    std::fill(columns, columns + width, uint64_t{0});
+    for (int64_t i = 0; i < nx; ++i) {
+        const uint64_t xi = x[i];
+        uint64_t* row = columns + i;
+        for (int64_t j = 0; j < ny; ++j) {
+            row[j] += xi * y[j];
+        }
+        if ((i + 1) % kRowsPerCarry == 0 || i + 1 == nx) {
+            CarryColumns(columns, std::min(width, i + ny + 1));
+        }
+    }
+}
+
 // x * y for n-word x and y into out[0, 2n); words below 10^9 in and out. `columns` holds
 // 2n entries.
 void SchoolbookWords(const uint32_t* x, const uint32_t* y, int64_t n, uint32_t* out,
                      uint64_t* columns) noexcept {
-    std::fill(columns, columns + 2 * n, uint64_t{0});
-    for (int64_t i = 0; i < n; ++i) {
-        const uint64_t xi = x[i];
-        uint64_t* row = columns + i;
-        for (int64_t j = 0; j < n; ++j) {
-            row[j] += xi * y[j];
-        }
-        if ((i + 1) % kRowsPerCarry == 0 || i + 1 == n) {
-            CarryColumns(columns, std::min(2 * n, i + n + 1));
-        }
-    }
+    MultiplyColumns(x, n, y, n, columns);
     // The product has 2n words, so no carry leaves the top column.
     for (int64_t k = 0; k < 2 * n; ++k) {
         out[k] = static_cast<uint32_t>(columns[k]);
@@ -269,19 +278,7 @@ void BigInt::Times(char* result, int& resultLength, const BigInt* a, const BigIn
     uint64_t* pw = ps.Get();
     internal::LoadWords(x.text, x.length, 0, xw, wx);
     internal::LoadWords(y.text, y.length, 0, yw, wy);
-    std::fill(pw, pw + wp, uint64_t{0});
-    // Schoolbook rows without a carry chain in the inner loop; the columns are brought
-    // back below 10^9 every kRowsPerCarry rows, before they could overflow.
-    for (int64_t i = 0; i < wx; ++i) {
-        const uint64_t xi = xw[i];
-        uint64_t* row = pw + i;
-        for (int64_t j = 0; j < wy; ++j) {
-            row[j] += xi * yw[j];
-        }
-        if ((i + 1) % kRowsPerCarry == 0 || i + 1 == wx) {
-            CarryColumns(pw, std::min(wp, i + wy + 1));
-        }
-    }
+    MultiplyColumns(xw, wx, yw, wy, pw);
     for (int64_t k = 0, words = WordCount(n); k < words; ++k) {
         StoreWord(result, n, k, static_cast<uint32_t>(k < wp ? pw[k] : 0));
     }
