@@ -106,6 +106,21 @@ void Variants() {
     Check(printed == "1.50", "printed");
 }
 
+void OwningPointers() {
+    // [readme]
+    TimeSeriesPtr hourly = MakeTimeSeries(  // Delete() runs when `hourly` goes
+        RECURRENCE_NONE, 0, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0,
+        RECURRENCE_NONE, 0, RECURRENCE_EVERY, 1, RECURRENCE_FIXED, 0, RECURRENCE_FIXED, 0,
+        RECURRENCE_FIXED, 0, -1, -1, -1, -1, -1);
+    std::unique_ptr<Binary> greeting = MakeBinary("hello", 5);  // heap only: never an arena's
+    // [/readme]
+    DateTime next(0.0);
+    Check(hourly->GetNextNTimePoints(DateTime(2024, 3, 8, 15, 10), 1, &next) == 1 &&
+              next == DateTime(2024, 3, 8, 16),
+          "hourly");
+    Check(greeting->GetSize() == 5, "greeting");
+}
+
 void ChronoBridges() {
     using namespace std::chrono;
     // [readme]
@@ -137,6 +152,7 @@ void ReadmeTour() {
     RelativeTimes();
     Schedules();
     Variants();
+    OwningPointers();
     ChronoBridges();
     zone != nullptr ? setenv("TZ", previousZone.c_str(), 1) : unsetenv("TZ");
     tzset();

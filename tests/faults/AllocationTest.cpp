@@ -7,6 +7,8 @@
 #include <string>
 
 #include <ZelvorDataType/BigInt.h>
+#include <ZelvorDataType/Binary.h>
+#include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorDataType/ZelvorTime.h>
 
 #include "support/HeapHook.h"
@@ -86,6 +88,29 @@ TEST(HeapUse, BigIntWorkAreaOnlyFrom256Digits) {
         ASSERT_NE(BigInt::CalculateBuf(c.op, &x, &y, 0, &arena, 1), nullptr);
         EXPECT_EQ(HeapAllocations() - before, c.heapBlocks);
     }
+}
+
+// The owning pointers give back every block they hold, and a null one is fine.
+TEST(HeapUse, OwningPointersFreeWhatTheyHold) {
+    if (!ZELVOR_CAN_REPLACE_NEW) {
+        GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
+    }
+    const long long before = ZelvorTest::LiveHeapBlocks();
+    {
+        const TimeSeriesPtr daily = MakeTimeSeries(
+            RECURRENCE_NONE, 0, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0,
+            RECURRENCE_NONE, 0, RECURRENCE_FIXED, 9, RECURRENCE_FIXED, 0, RECURRENCE_FIXED, 0,
+            RECURRENCE_FIXED, 0, -1, -1, -1, -1, -1);
+        DateTime point(0.0);
+        EXPECT_EQ(daily->GetNextNTimePoints(DateTime(2024, 3, 8), 1, &point), 1u);
+        const std::unique_ptr<Binary> block = MakeBinary("abc", 3);
+        EXPECT_EQ(block->GetSize(), 3u);
+        EXPECT_EQ(MakeBinary(size_t{16})->GetSize(), 16u);
+        EXPECT_EQ(MakeBinary()->GetSize(), 0u);
+        TimeSeriesPtr none;
+        EXPECT_GT(ZelvorTest::LiveHeapBlocks(), before);
+    }
+    EXPECT_EQ(ZelvorTest::LiveHeapBlocks(), before);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 
 #include <ZelvorBase/Buffer.h>
 #include <ZelvorDataType/Export.h>
@@ -119,5 +120,17 @@ ZELVOR_DATATYPE_API Binary* CreateBinary(const void* data, size_t size,
 // `size` zero bytes. Write `CreateBinary(size_t{0}, nullptr)` for an empty one with an
 // explicit heap, so that the literal 0 is not taken for a pointer.
 ZELVOR_DATATYPE_API Binary* CreateBinary(size_t size, ZelvorBase::Buffer* buffer = nullptr);
+
+// The heap factories with an owner: the block is deleted with the pointer. There is no
+// arena form, since a Binary in a Buffer must never be deleted.
+inline std::unique_ptr<Binary> MakeBinary() {
+    return std::unique_ptr<Binary>(CreateBinary(nullptr));
+}
+inline std::unique_ptr<Binary> MakeBinary(const void* data, size_t size) {
+    return std::unique_ptr<Binary>(CreateBinary(data, size, nullptr));
+}
+inline std::unique_ptr<Binary> MakeBinary(size_t size) {
+    return std::unique_ptr<Binary>(CreateBinary(size, nullptr));
+}
 
 }  // namespace ZelvorDataType

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <memory>
+#include <utility>
+
 #include <ZelvorBase/Message.h>
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/Export.h>
@@ -174,6 +177,25 @@ ZELVOR_DATATYPE_API TimeSeries* CreateTimeSeries(
     RECURRENCE minuteRecurrence, int minute, RECURRENCE secondRecurrence, int second,
     RECURRENCE millisecondRecurrence, int millisecond, int hourStart, int minuteStart, int hourEnd,
     int minuteEnd, int executingEveryMinutes);
+
+// Releases a schedule the way its owner must, by Delete(); nothing for null.
+struct TimeSeriesDeleter {
+    void operator()(TimeSeries* schedule) const noexcept {
+        if (schedule != nullptr) {
+            schedule->Delete();
+        }
+    }
+};
+
+// An owning pointer to a schedule: the schedule is deleted with the pointer.
+using TimeSeriesPtr = std::unique_ptr<TimeSeries, TimeSeriesDeleter>;
+
+// CreateTimeSeries with an owner: the same 23 parameters in the same order, the result
+// held by a TimeSeriesPtr. Throws what CreateTimeSeries throws.
+template <class... Parameters>
+TimeSeriesPtr MakeTimeSeries(Parameters&&... parameters) {
+    return TimeSeriesPtr(CreateTimeSeries(std::forward<Parameters>(parameters)...));
+}
 
 }  // namespace ZelvorDataType
 
