@@ -6,7 +6,8 @@
 # What this leaves behind for the rest of the build:
 #   ICU::uc, ICU::i18n          always
 #   CLI11::CLI11                with ZELVOR_BUILD_TOOLS
-#   GTest::gtest, GTest::gmock  with ZELVOR_BUILD_TESTS
+#   GTest::gtest, GTest::gmock  with ZELVOR_BUILD_TESTS, and with them ODBC::ODBC
+#                               and ZELVOR_SQLITE_ODBC_DRIVER, the driver's path
 #   benchmark::benchmark        with ZELVOR_BUILD_BENCHMARKS
 #   zelvor::gmp                 GMP, the independent oracle of the decimal tests,
 #                               benchmarks and fuzz targets (never linked by the library)
@@ -40,6 +41,11 @@ if(ZELVOR_BUILD_TESTS)
     if(GTest_FOUND AND NOT TARGET GTest::gmock)
         zelvor_need(FALSE "GoogleMock" libgmock-dev)
     endif()
+    # The database round trip: unixODBC and SQLite's ODBC driver, loaded by its path.
+    find_package(ODBC QUIET)
+    zelvor_need(ODBC_FOUND "unixODBC" unixodbc-dev)
+    find_library(ZELVOR_SQLITE_ODBC_DRIVER sqlite3odbc PATH_SUFFIXES odbc)
+    zelvor_need(ZELVOR_SQLITE_ODBC_DRIVER "the SQLite ODBC driver" libsqliteodbc)
 endif()
 
 if(ZELVOR_BUILD_BENCHMARKS)
