@@ -295,13 +295,11 @@ TEST(CliDateCommand, ConvertsAndCountsWorkingDays) {
           "calendar:     2024-01-06 10:00:00.000 (Sat)"}},
         {"add 2024-01-05T20:00 --days 1 --hours 6",
          {"working days: 2024-01-09 02:00:00.000 (Tue)"}},
-        {"add 2024-01-06T10:00 --days 1", {"working days: 2024-01-09 10:00:00.000 (Tue)"}},
         {"minus 2024-01-08T10:00 --days 1",
          {"working days: 2024-01-05 10:00:00.000 (Fri)",
           "calendar:     2024-01-07 10:00:00.000 (Sun)"}},
         {"span 2024-01-22 2024-01-12",
          {"working days: 6d 00:00:00.000", "calendar:     10d 00:00:00.000"}},
-        {"span 2024-01-10 2024-01-06", {"working days: 2d 00:00:00.000"}},
     };
     for (const Case& c : cases) {
         const Result r = Zelvor("date " + c.args);
