@@ -35,28 +35,23 @@ TEST(Buffer, HugeRequestIsRefusedWithNull) {
     EXPECT_NE(buffer.Allocate(8), nullptr);  // still usable afterwards
 }
 
-TEST(Buffer, PlacementNewThrowsWhenTheArenaRefuses) {
+struct Throwing {
+    Throwing() { throw 42; }
+};
+
+TEST(Buffer, PlacementNewFromTheArenaOrTheHeap) {
     ZelvorTest::RefusingBuffer buffer(2);
     int* first = new (&buffer) int(7);
     EXPECT_EQ(*first, 7);
     EXPECT_THROW((void)new (&buffer) int(8), std::bad_alloc);
     EXPECT_THROW((void)new (&buffer) int[4], std::bad_alloc);
-}
-
-TEST(Buffer, PlacementNewWithNullBufferUsesTheHeap) {
     int* p = new (static_cast<Buffer*>(nullptr)) int(5);
     EXPECT_EQ(*p, 5);
     delete p;  // pairs with plain delete: the memory came from ::operator new
-}
-
-struct Throwing {
-    Throwing() { throw 42; }
-};
-
-TEST(Buffer, ConstructorFailureRunsPlacementDelete) {
-    // Nothing to observe for an arena but the absence of a crash or a leak report.
-    Buffer buffer;
-    EXPECT_THROW((void)new (&buffer) Throwing, int);
+    // A failed constructor runs the placement delete: nothing to observe for an arena but
+    // the absence of a crash or a leak report.
+    Buffer arena;
+    EXPECT_THROW((void)new (&arena) Throwing, int);
     EXPECT_THROW((void)new (static_cast<Buffer*>(nullptr)) Throwing, int);
 }
 
@@ -70,10 +65,7 @@ TEST(Allocator, WideTextInAnArenaAndOnTheHeap) {
     EXPECT_EQ(onHeap.get_allocator().GetBuffer(), nullptr);
     EXPECT_TRUE(Allocator<int>(&buffer) == Allocator<char>(&buffer));
     EXPECT_FALSE(Allocator<int>(&buffer) == Allocator<int>());
-}
-
-TEST(Allocator, RefusalThrowsBadAlloc) {
-    ZelvorTest::RefusingBuffer buffer(1);
+    buffer.RefuseFrom(1);
     Allocator<wchar_t> allocator(&buffer);
     EXPECT_THROW((void)allocator.allocate(100), std::bad_alloc);
     EXPECT_THROW((void)allocator.allocate(static_cast<size_t>(-1) / 2), std::bad_array_new_length);

@@ -43,65 +43,57 @@ class BinaryBothHomes : public testing::TestWithParam<bool> {
 INSTANTIATE_TEST_SUITE_P(HeapAndArena, BinaryBothHomes, testing::Bool(),
                          [](const auto& p) { return p.param ? "Arena" : "Heap"; });
 
-TEST_P(BinaryBothHomes, ZeroSizesDoNothing) {
+TEST_P(BinaryBothHomes, SizesAndNullData) {
     Binary* b = Make(kTen);
     b->SetBinary("xyz", 0);
     b->ResetSize(0);
     EXPECT_EQ(View(*b), kTen);
+    b->ResetSize(4);
+    EXPECT_EQ(View(*b), (Bytes{0, 1, 2, 3}));
+    b->ResetSize(10);  // the bytes past a shrink are kept
+    EXPECT_EQ(View(*b), kTen);
+    b->ResetSize(20);
+    EXPECT_EQ(b->GetSize(), 20u);
 
     Binary* empty = Make(nullptr, 0);
     EXPECT_EQ(empty->GetSize(), 0u);
     EXPECT_EQ(empty->c_ptr(), nullptr);
-}
-
-TEST_P(BinaryBothHomes, NullDataGivesZeros) {
-    Binary* b = Make(nullptr, 5);
-    EXPECT_EQ(View(*b), Bytes(5, 0));
+    EXPECT_EQ(View(*Make(nullptr, 5)), Bytes(5, 0));
 }
 
 TEST_P(BinaryBothHomes, TrimmingMovesOnlyTheView) {
     struct Step {
-        const char* op;
+        char op;  // h: ZapHead, t: ZapTail, u: UnZap, r: ResetSize
         size_t n;
         size_t size;
         ptrdiff_t offset;  // of c_ptr() from the block's start; -1 for null
     };
+    // The last rows zap more than the six left: the view empties where it stands.
     const Step steps[] = {
-        {"head", 3, 7, 3},   {"tail", 2, 5, 3},   {"unzap", 0, 10, 0}, {"head", 11, 0, -1},
-        {"unzap", 0, 10, 0}, {"tail", 11, 0, -1}, {"unzap", 0, 10, 0}, {"head", 10, 0, -1},
-        {"unzap", 0, 10, 0}, {"tail", 0, 10, 0},  {"head", 0, 10, 0},
+        {'h', 3, 7, 3},   {'t', 2, 5, 3},  {'u', 0, 10, 0},  {'h', 11, 0, -1}, {'u', 0, 10, 0},
+        {'t', 11, 0, -1}, {'u', 0, 10, 0}, {'h', 10, 0, -1}, {'u', 0, 10, 0},  {'t', 0, 10, 0},
+        {'h', 0, 10, 0},  {'h', 4, 6, 4},  {'h', 7, 0, -1},  {'r', 0, 0, -1},  {'u', 0, 10, 0},
     };
     Binary* b = Make(kTen);
     unsigned char* start = b->c_ptr();
     for (const Step& s : steps) {
-        const std::string op = s.op;
-        if (op == "head") {
+        SCOPED_TRACE(testing::Message() << s.op << " " << s.n);
+        if (s.op == 'h') {
             b->ZapHead(s.n);
-        } else if (op == "tail") {
+        } else if (s.op == 't') {
             b->ZapTail(s.n);
+        } else if (s.op == 'r') {
+            b->ResetSize(s.n);
         } else {
             b->UnZap();
         }
-        EXPECT_EQ(b->GetSize(), s.size) << op << " " << s.n;
-        if (s.offset < 0) {
-            EXPECT_EQ(b->c_ptr(), nullptr) << op << " " << s.n;
-        } else {
-            EXPECT_EQ(b->c_ptr(), start + s.offset) << op << " " << s.n;
-        }
+        EXPECT_EQ(b->GetSize(), s.size);
+        EXPECT_EQ(b->c_ptr(), s.offset < 0 ? nullptr : start + s.offset);
     }
-}
-
-TEST_P(BinaryBothHomes, OverlongZapHeadKeepsTheViewStart) {
-    Binary* b = Make(kTen);
-    b->ZapHead(4);
-    b->ZapHead(7);  // more than the six left: the view empties where it stands
-    EXPECT_EQ(b->GetSize(), 0u);
-    b->ResetSize(0);
-    b->UnZap();
     EXPECT_EQ(View(*b), kTen);
 }
 
-TEST_P(BinaryBothHomes, SmallerSetReusesTheBlockAndUnZapShowsOldBytes) {
+TEST_P(BinaryBothHomes, SmallerSetReusesTheBlockLargerReplacesItExactly) {
     Binary* b = Make(kTen);
     unsigned char* block = b->c_ptr();
     b->ZapHead(3);
@@ -111,26 +103,12 @@ TEST_P(BinaryBothHomes, SmallerSetReusesTheBlockAndUnZapShowsOldBytes) {
     EXPECT_EQ(View(*b), four);
     b->UnZap();
     EXPECT_EQ(View(*b), (Bytes{0xA, 0xB, 0xC, 0xD, 4, 5, 6, 7, 8, 9}));
-}
-
-TEST_P(BinaryBothHomes, GrowingReplacesTheBlockWithExactCapacity) {
-    Binary* b = Make(kTen);
     const Bytes twelve(12, 0x55);
     b->SetBinary(twelve.data(), twelve.size());
     EXPECT_EQ(View(*b), twelve);
     b->ZapTail(5);
     b->UnZap();
     EXPECT_EQ(b->GetSize(), 12u);  // no spare room was added
-}
-
-TEST_P(BinaryBothHomes, ResetSizeKeepsBytesOnShrink) {
-    Binary* b = Make(kTen);
-    b->ResetSize(4);
-    EXPECT_EQ(View(*b), (Bytes{0, 1, 2, 3}));
-    b->ResetSize(10);
-    EXPECT_EQ(View(*b), kTen);
-    b->ResetSize(20);
-    EXPECT_EQ(b->GetSize(), 20u);
 }
 
 TEST_P(BinaryBothHomes, EqualityLooksAtViewsOnly) {
@@ -166,7 +144,7 @@ TEST_P(BinaryBothHomes, OrderIsLexicographicOverUnsignedBytes) {
     }
 }
 
-TEST(Binary, GiveUpHandsOverTheWholeHeapBlock) {
+TEST(Binary, GiveUpHandsOverTheWholeHeapBlockButNotArenaMemory) {
     std::unique_ptr<Binary> b(CreateBinary(kTen.data(), kTen.size()));
     b->ZapHead(3);
     std::unique_ptr<unsigned char[]> block(b->GiveUpBinary());
@@ -178,13 +156,11 @@ TEST(Binary, GiveUpHandsOverTheWholeHeapBlock) {
     EXPECT_EQ(b->GiveUpBinary(), nullptr);
     b->SetBinary("ab", 2);  // still usable
     EXPECT_EQ(View(*b), (Bytes{'a', 'b'}));
-}
 
-TEST(Binary, GiveUpFromAnArenaChangesNothing) {
     ZelvorBase::Buffer buffer;
-    Binary* b = CreateBinary(kTen.data(), kTen.size(), &buffer);
-    EXPECT_EQ(b->GiveUpBinary(), nullptr);
-    EXPECT_EQ(View(*b), kTen);
+    Binary* inArena = CreateBinary(kTen.data(), kTen.size(), &buffer);
+    EXPECT_EQ(inArena->GiveUpBinary(), nullptr);
+    EXPECT_EQ(View(*inArena), kTen);
     EXPECT_EQ(CreateBinary(&buffer)->GiveUpBinary(), nullptr);
 }
 

@@ -399,7 +399,8 @@ TEST_F(InTokyo, StreamEdges) {
 }
 
 // Every transition between the four forms, on the heap and in an arena. The sanitizer
-// build judges these: a leak, a double free or a free of arena memory fails it.
+// build judges these: a leak, a double free or a free of arena memory fails it. Loads
+// from a record or a stream between all forms run in the fault suite.
 TEST_F(InTokyo, EveryTransitionOwnsItsRecord) {
     const std::function<ZelvorTime(ZelvorBase::Buffer*)> forms[] = {
         [](ZelvorBase::Buffer* b) { return ZelvorTime(b); },
@@ -423,13 +424,6 @@ TEST_F(InTokyo, EveryTransitionOwnsItsRecord) {
                 target.PutYear(1990, true);  // the copy shares nothing with its source
                 target.PutDynamicDayOffset(5);
                 EXPECT_EQ(Saved(source), before);
-                Block block = before;
-                ZelvorTime loaded(from(nullptr), home);
-                loaded.LoadObj(44, block.data());
-                MemoryDataStream stream;
-                source.SaveToStream(&stream);
-                ZelvorTime streamed(from(nullptr), home);
-                streamed.LoadFromStream(&stream);
                 ZelvorTime changed(from(nullptr), home);
                 changed.PutDynamicTime(DYNAMIC_TIME_TODAY);
                 changed.SetToCurrentTime();

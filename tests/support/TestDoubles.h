@@ -67,17 +67,14 @@ class RefusingBuffer : public ZelvorBase::Buffer {
         if (mRefuseFrom != 0 && mCalls >= mRefuseFrom) {
             return nullptr;
         }
-        mBytes += size;
         return Buffer::Allocate(size);
     }
     size_t Calls() const { return mCalls; }
-    size_t Bytes() const { return mBytes; }
     void RefuseFrom(size_t n) { mRefuseFrom = n; }
 
   private:
     size_t mRefuseFrom;
     size_t mCalls = 0;
-    size_t mBytes = 0;
 };
 
 // A memory contract that records every request and every amount taken, and refuses
