@@ -151,6 +151,23 @@ void KaratsubaWords(const uint32_t* x, const uint32_t* y, int64_t n, uint32_t* o
     AddWords(out + low, 2 * n - low, middle, std::min(2 * half, 2 * n - low));
 }
 
+// Lanes counted from the right: `edge` for those outside fullFrom .. fullTo - 1, which
+// need the checks at the ends of the texts, and `full` for those inside, in order, so a
+// carry or borrow passes from each lane to the next.
+template <class Edge, class Full>
+void ForEachLane(int64_t lanes, int64_t fullFrom, int64_t fullTo, Edge&& edge, Full&& full) {
+    int64_t k = 0;
+    for (; k < std::min(fullFrom, lanes); ++k) {
+        edge(k);
+    }
+    for (; k < fullTo; ++k) {
+        full(k);
+    }
+    for (; k < lanes; ++k) {
+        edge(k);
+    }
+}
+
 }  // namespace
 
 void BigInt::Plus(char* result, int& resultLength, const BigInt* a, const BigInt* b, int shift) {
@@ -170,27 +187,23 @@ void BigInt::Plus(char* result, int& resultLength, const BigInt* a, const BigInt
     // they go without the edge checks. fullTo <= (n - 1) / 8 < lanes.
     const int64_t fullFrom = (s + internal::kLaneDigits - 1) / internal::kLaneDigits;
     const int64_t fullTo = std::min(low.length, high.length + s) / internal::kLaneDigits;
-    const auto edgeLane = [&](int64_t k, uint64_t& carry) {
-        const uint64_t sum =
-            internal::AddLanes(internal::LoadLanes(low.text, low.length, 0, k),
-                               internal::LoadLanes(high.text, high.length, s, k), carry);
-        internal::StoreLanes(result, n, k, sum);
-    };
     uint64_t carry = 0;
-    int64_t k = 0;
-    for (; k < std::min(fullFrom, lanes); ++k) {
-        edgeLane(k, carry);
-    }
-    for (; k < fullTo; ++k) {
-        const int64_t back = internal::kLaneDigits * (k + 1);  // the lane ends 8k from the right
-        const uint64_t sum =
-            internal::AddLanes(internal::LoadFullLanes(low.text + low.length - back),
-                               internal::LoadFullLanes(high.text + high.length + s - back), carry);
-        internal::StoreFullLanes(result + n - back, sum);
-    }
-    for (; k < lanes; ++k) {
-        edgeLane(k, carry);
-    }
+    ForEachLane(
+        lanes, fullFrom, fullTo,
+        [&](int64_t k) {
+            const uint64_t sum =
+                internal::AddLanes(internal::LoadLanes(low.text, low.length, 0, k),
+                                   internal::LoadLanes(high.text, high.length, s, k), carry);
+            internal::StoreLanes(result, n, k, sum);
+        },
+        [&](int64_t k) {
+            const int64_t back =
+                internal::kLaneDigits * (k + 1);  // the lane ends 8k from the right
+            const uint64_t sum = internal::AddLanes(
+                internal::LoadFullLanes(low.text + low.length - back),
+                internal::LoadFullLanes(high.text + high.length + s - back), carry);
+            internal::StoreFullLanes(result + n - back, sum);
+        });
     resultLength = static_cast<int>(n);
     result[n] = '\0';
 }
@@ -208,7 +221,8 @@ void BigInt::Minus(char* result, int& resultLength, const BigInt* a, const BigIn
     const int64_t fullFrom =
         (std::max(offsetA, offsetB) + internal::kLaneDigits - 1) / internal::kLaneDigits;
     const int64_t fullTo = std::min(n, y.length + offsetB) / internal::kLaneDigits;
-    const auto edgeLane = [&](int64_t k, uint64_t& borrow) {
+    uint64_t borrow = 0;
+    const auto edgeLane = [&](int64_t k) {
         uint64_t subtrahend = internal::LoadLanes(y.text, y.length, offsetB, k);
         const int64_t inside = n - k * internal::kLaneDigits;
         if (inside < internal::kLaneDigits) {
@@ -220,21 +234,13 @@ void BigInt::Minus(char* result, int& resultLength, const BigInt* a, const BigIn
             internal::LoadLanes(x.text, x.length, offsetA, k), subtrahend, borrow);
         internal::StoreLanes(result, n, k, difference);
     };
-    uint64_t borrow = 0;
-    int64_t k = 0;
-    for (; k < std::min(fullFrom, lanes); ++k) {
-        edgeLane(k, borrow);
-    }
-    for (; k < fullTo; ++k) {
+    ForEachLane(lanes, fullFrom, fullTo, edgeLane, [&](int64_t k) {
         const int64_t back = internal::kLaneDigits * (k + 1);  // the lane ends 8k from the right
         const uint64_t difference = internal::SubtractLanes(
             internal::LoadFullLanes(x.text + n - back),
             internal::LoadFullLanes(y.text + y.length + offsetB - back), borrow);
         internal::StoreFullLanes(result + n - back, difference);
-    }
-    for (; k < lanes; ++k) {
-        edgeLane(k, borrow);
-    }
+    });
     resultLength = static_cast<int>(n);
     result[n] = '\0';
 }
