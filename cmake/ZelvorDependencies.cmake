@@ -5,6 +5,9 @@
 #
 # What this leaves behind for the rest of the build:
 #   ICU::uc, ICU::i18n          always
+#   zelvor::libical, fmt::fmt   always, private to the interop component (Zelvor::Interop)
+#   ZELVOR_PYTHON_CRONITER      a python with croniter, the cron oracle of the interop
+#                               tests, or empty (those cases then skip)
 #   CLI11::CLI11                with ZELVOR_BUILD_TOOLS
 #   GTest::gtest, GTest::gmock  with ZELVOR_BUILD_TESTS, and with them ODBC::ODBC
 #                               and ZELVOR_SQLITE_ODBC_DRIVER, the driver's path
@@ -29,6 +32,36 @@ endmacro()
 
 find_package(ICU 70 QUIET COMPONENTS uc i18n)
 zelvor_need(ICU_FOUND "ICU 70 or newer, uc and i18n" libicu-dev)
+
+# The interop component reads and writes recurrence rules with libical.
+find_package(PkgConfig QUIET)
+if(PkgConfig_FOUND)
+    pkg_check_modules(ZELVOR_LIBICAL QUIET IMPORTED_TARGET libical)
+endif()
+if(ZELVOR_LIBICAL_FOUND)
+    add_library(zelvor::libical ALIAS PkgConfig::ZELVOR_LIBICAL)
+else()
+    zelvor_need(FALSE "libical, for the interop component" libical-dev)
+endif()
+find_package(fmt 9 CONFIG QUIET)
+zelvor_need(fmt_FOUND "fmt 9" libfmt-dev)
+
+if(ZELVOR_BUILD_TESTS)
+    # Optional: Debian's python with croniter checks the cron translation; the pyenv or
+    # venv python first on a developer's PATH usually lacks it.
+    find_program(ZELVOR_SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH)
+    if(ZELVOR_SYSTEM_PYTHON)
+        execute_process(COMMAND ${ZELVOR_SYSTEM_PYTHON} -c "import croniter"
+            RESULT_VARIABLE croniter_status OUTPUT_QUIET ERROR_QUIET)
+    endif()
+    if(ZELVOR_SYSTEM_PYTHON AND croniter_status EQUAL 0)
+        set(ZELVOR_PYTHON_CRONITER ${ZELVOR_SYSTEM_PYTHON})
+    else()
+        set(ZELVOR_PYTHON_CRONITER "")
+        message(WARNING "python3-croniter not found: the cron oracle cases of the interop "
+                        "tests skip")
+    endif()
+endif()
 
 if(ZELVOR_BUILD_TOOLS)
     find_package(CLI11 CONFIG QUIET)

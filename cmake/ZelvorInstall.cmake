@@ -3,6 +3,7 @@ include(CMakePackageConfigHelpers)
 set(ZELVOR_CMAKE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZelvorDataType)
 
 install(TARGETS ZelvorBase ZelvorSerializationStreams ZelvorSerialization ZelvorDataType
+        ZelvorInterop
     EXPORT ZelvorDataTypeTargets
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
@@ -12,7 +13,7 @@ install(TARGETS ZelvorBase ZelvorSerializationStreams ZelvorSerialization Zelvor
 # Installed, the libraries find each other in their own folder and the tool finds them
 # in the prefix's library folder, by run paths relative to themselves: a prefix works
 # from any folder, moved or not, with nothing on the loader's path.
-set_target_properties(ZelvorBase ZelvorSerialization ZelvorDataType PROPERTIES
+set_target_properties(ZelvorBase ZelvorSerialization ZelvorDataType ZelvorInterop PROPERTIES
     INSTALL_RPATH "$ORIGIN")
 if(TARGET zelvor)
     set_target_properties(zelvor PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
@@ -22,6 +23,7 @@ endif()
 install(DIRECTORY base/include/ZelvorBase
                   serialization/include/ZelvorSerialization
                   datatype/include/ZelvorDataType
+                  interop/include/ZelvorInterop
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 install(EXPORT ZelvorDataTypeTargets
