@@ -5,13 +5,13 @@
 #include <sql.h>
 #include <sqlext.h>
 
-#include <unistd.h>
 #include <cstddef>
-#include <cstdio>
 #include <string>
 
 #include <ZelvorDataType/BigDecimal.h>
 #include <ZelvorDataType/DateTime.h>
+
+#include "Database.h"
 
 namespace {
 
@@ -44,59 +44,6 @@ ZELVOR_SAME_MEMBER(ODBCDateTime, SQL_TIMESTAMP_STRUCT, second);
 ZELVOR_SAME_MEMBER(ODBCDateTime, SQL_TIMESTAMP_STRUCT, fraction);
 #undef ZELVOR_SAME_MEMBER
 
-// One connection to a new database file, closed and removed at the end.
-class Database {
-  public:
-    Database() {
-        char path[] = "/tmp/zelvor-odbc-XXXXXX";
-        const int fd = mkstemp(path);
-        if (fd >= 0) {
-            close(fd);
-            mPath = path;
-        }
-        SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &mEnv);
-        SQLSetEnvAttr(mEnv, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-        SQLAllocHandle(SQL_HANDLE_DBC, mEnv, &mConnection);
-        const std::string text =
-            std::string("DRIVER=") + ZELVOR_SQLITE_ODBC_DRIVER + ";DATABASE=" + mPath + ";";
-        std::string copy = text;
-        mConnected = SQL_SUCCEEDED(
-            SQLDriverConnect(mConnection, nullptr, reinterpret_cast<SQLCHAR*>(copy.data()), SQL_NTS,
-                             nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT));
-        if (mConnected) {
-            SQLAllocHandle(SQL_HANDLE_STMT, mConnection, &mStatement);
-        }
-    }
-    ~Database() {
-        if (mStatement != SQL_NULL_HSTMT) {
-            SQLFreeHandle(SQL_HANDLE_STMT, mStatement);
-        }
-        if (mConnected) {
-            SQLDisconnect(mConnection);
-        }
-        SQLFreeHandle(SQL_HANDLE_DBC, mConnection);
-        SQLFreeHandle(SQL_HANDLE_ENV, mEnv);
-        std::remove(mPath.c_str());
-    }
-    Database(const Database&) = delete;
-    Database& operator=(const Database&) = delete;
-
-    bool Connected() const { return mConnected; }
-    SQLHSTMT Statement() const { return mStatement; }
-    bool Run(const char* sql) const {
-        SQLFreeStmt(mStatement, SQL_CLOSE);
-        return SQL_SUCCEEDED(
-            SQLExecDirect(mStatement, reinterpret_cast<SQLCHAR*>(const_cast<char*>(sql)), SQL_NTS));
-    }
-
-  private:
-    std::string mPath;
-    SQLHENV mEnv = SQL_NULL_HENV;
-    SQLHDBC mConnection = SQL_NULL_HDBC;
-    SQLHSTMT mStatement = SQL_NULL_HSTMT;
-    bool mConnected = false;
-};
-
 TEST(Database, TimestampsAndDecimalsComeBackExactly) {
     // The ends of the driver's years (the record's year is 16 bits signed) and a date
     // between, each with milliseconds; decimals of 38 digits stored as text.
@@ -108,7 +55,7 @@ TEST(Database, TimestampsAndDecimalsComeBackExactly) {
         {DateTime(2024, 2, 29, 13, 45, 30, 250), "98765432109876543210.987654321098765432"},
         {DateTime(32767, 12, 31, 23, 59, 59, 999), "0.00000000000000000000000000000000000001"},
     };
-    const Database db;
+    const ZelvorExamples::SqliteDatabase db(ZELVOR_SQLITE_ODBC_DRIVER);
     ASSERT_TRUE(db.Connected()) << "no connection through " << ZELVOR_SQLITE_ODBC_DRIVER;
     ASSERT_TRUE(db.Run("CREATE TABLE entries (id INTEGER, at TIMESTAMP, amount TEXT)"));
     for (SQLINTEGER id = 0; id < SQLINTEGER(std::size(rows)); ++id) {

@@ -49,6 +49,13 @@ if(NOT run_output MATCHES "59.97")
     message(FATAL_ERROR "first_program printed:\n${run_output}")
 endif()
 run("the tour" ${consumer}/zelvor_tour)
+# Built only where unixODBC and SQLite's ODBC driver are installed.
+if(EXISTS ${consumer}/database)
+    run("the database example" ${consumer}/database)
+    if(NOT run_output MATCHES "3 of 3 entries came back exactly")
+        message(FATAL_ERROR "the database example printed:\n${run_output}")
+    endif()
+endif()
 
 file(RENAME ${prefix} ${moved})
 run("the installed tool, moved" ${moved}/bin/zelvor decimal 19.99 x 3)

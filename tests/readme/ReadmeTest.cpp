@@ -1,6 +1,7 @@
 // Keeps README.md and the compiled snippets in step: every ```cpp block of the README
-// is one of the "// [readme]" regions of the tour's examples/tour_readme.cpp, which runs
-// them and checks their values, and every region is shown.
+// is one of the "// [readme]" regions of the example programs named by ZELVOR_SNIPPETS
+// (the tour's examples/tour_readme.cpp, which runs them and checks their values, and the
+// database example), and every region is shown.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -42,7 +43,13 @@ std::vector<std::string> Blocks(const std::vector<std::string>& lines, const std
 
 TEST(ReadmeText, CodeBlocksAreTheCompiledSnippets) {
     const auto readme = Blocks(ReadLines(ZELVOR_README), "```cpp", "```");
-    const auto snippets = Blocks(ReadLines(ZELVOR_SNIPPETS), "// [readme]", "// [/readme]");
+    std::vector<std::string> snippets;
+    std::istringstream files(ZELVOR_SNIPPETS);
+    for (std::string file; std::getline(files, file, ',');) {
+        const auto found = Blocks(ReadLines(file.c_str()), "// [readme]", "// [/readme]");
+        EXPECT_FALSE(found.empty()) << "no snippets in " << file;
+        snippets.insert(snippets.end(), found.begin(), found.end());
+    }
     ASSERT_FALSE(readme.empty());
     for (const auto& block : readme) {
         EXPECT_NE(std::find(snippets.begin(), snippets.end(), block), snippets.end())
