@@ -117,8 +117,9 @@ int Single(std::uint64_t set) {
     return std::has_single_bit(set) ? std::countr_zero(set) : 0;
 }
 
-// The shortest cron form of a set: `*`, `*/N`, `a-b`, `a-b/N` or a list.
-std::string FormatSet(std::uint64_t set, int low, int high) {
+// The shortest cron form of a set: `*`, `*/N`, `a-b`, `a-b/N` or a list; days of the
+// week read better as a list than as a step.
+std::string FormatSet(std::uint64_t set, int low, int high, bool steps = true) {
     std::vector<int> m = Members(set, high + 1);
     if (static_cast<int>(m.size()) == high - low + 1) {
         return "*";
@@ -129,7 +130,7 @@ std::string FormatSet(std::uint64_t set, int low, int high) {
         for (std::size_t i = 1; i < m.size(); ++i) {
             even = even && m[i] - m[i - 1] == step;
         }
-        if (even) {
+        if (even && (steps || step == 1)) {
             if (m.front() == low && m.back() + step > high) {
                 return fmt::format("*/{}", step);
             }
@@ -222,7 +223,7 @@ std::string ToCron(const TimeSeries& schedule) {
     return fmt::format("{} {} {} {} {}", FormatSet(p.minutes, 0, 59), FormatSet(p.hours, 0, 23),
                        p.monthDay != 0 ? fmt::format("{}", p.monthDay) : "*",
                        p.month != 0 ? fmt::format("{}", p.month) : "*",
-                       p.weekdays != 0 ? FormatSet(p.weekdays, 0, 6) : "*");
+                       p.weekdays != 0 ? FormatSet(p.weekdays, 0, 6, false) : "*");
 }
 
 }  // namespace ZelvorInterop

@@ -86,7 +86,6 @@ TimeOfDay TimesToSchedule(const Pattern& p, const Vocabulary& words) {
             even = even && times[i] - times[i - 1] == step;
         }
         if (even) {
-            t.fields[2] = {RECURRENCE_FIXED, 0};
             t.window[0] = times.front() / 60;
             t.window[1] = times.front() % 60;
             t.window[2] = times.back() / 60;
@@ -337,12 +336,12 @@ TimeSeriesPtr ToSchedule(const Pattern& p, const Vocabulary& words) {
             break;
     }
     const TimeOfDay t = TimesToSchedule(p, words);
-    return MakeTimeSeries(year.recurrence, year.value, month.recurrence, month.value,
-                          day.recurrence, day.value, week.recurrence, week.value,
-                          weekday.recurrence, weekday.value, t.fields[0].recurrence,
-                          t.fields[0].value, t.fields[1].recurrence, t.fields[1].value,
-                          t.fields[2].recurrence, t.fields[2].value, RECURRENCE_FIXED, 0,
-                          t.window[0], t.window[1], t.window[2], t.window[3], t.window[4]);
+    return MakeTimeSeries(
+        year.recurrence, year.value, month.recurrence, month.value, day.recurrence, day.value,
+        week.recurrence, week.value, weekday.recurrence, weekday.value, t.fields[0].recurrence,
+        t.fields[0].value, t.fields[1].recurrence, t.fields[1].value, t.fields[2].recurrence,
+        t.fields[2].value, t.window[4] == -1 ? RECURRENCE_FIXED : RECURRENCE_NONE, 0, t.window[0],
+        t.window[1], t.window[2], t.window[3], t.window[4]);
 }
 
 void CheckStart(const Pattern& p, const TimeSeries& schedule, const DateTime& start,

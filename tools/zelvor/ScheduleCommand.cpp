@@ -1,5 +1,6 @@
 // zelvor schedule next|series|range: a schedule defined field by field, and its points.
 
+#include <cctype>
 #include <cstdio>
 #include <memory>
 #include <regex>
@@ -7,6 +8,7 @@
 #include <vector>
 
 #include <ZelvorDataType/TimeSeries.h>
+#include <ZelvorInterop/Interop.h>
 #include <CLI/CLI.hpp>
 
 #include "Common.h"
@@ -27,6 +29,7 @@ constexpr unsigned int kMaxSeriesWalk = 200000;
 // The options of one subcommand, as typed.
 struct ScheduleOptions {
     std::string year, month, day, week, weekdays, hour, minute, second, millisecond, window;
+    std::string rrule, cron;
     std::string start = "now", from = "now", end;
     unsigned int count = 5;
 };
@@ -139,12 +142,41 @@ Window ParseWindow(const std::string& text) {
     return window;
 }
 
-struct SeriesDeleter {
-    void operator()(TimeSeries* series) const { series->Delete(); }
-};
-using SeriesPtr = std::unique_ptr<TimeSeries, SeriesDeleter>;
+using SeriesPtr = ZelvorDataType::TimeSeriesPtr;
 
-SeriesPtr BuildSchedule(const ScheduleOptions& o) {
+bool HasNamedFields(const ScheduleOptions& o) {
+    for (const std::string* field : {&o.year, &o.month, &o.day, &o.week, &o.weekdays, &o.hour,
+                                     &o.minute, &o.second, &o.millisecond, &o.window}) {
+        if (!field->empty()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// The schedule of --rrule or --cron, whose series begins at `start` (UTC): a rule takes
+// what it leaves out, and its interval's phase, from that start.
+SeriesPtr TranslateSchedule(const ScheduleOptions& o, const DateTime& start) {
+    if (!o.rrule.empty() && !o.cron.empty()) {
+        throw UsageError("--rrule and --cron are two ways to give one schedule; give one");
+    }
+    if (HasNamedFields(o)) {
+        throw UsageError(std::string(o.rrule.empty() ? "--cron" : "--rrule") +
+                         " replaces the field options (--hour, --weekdays, --window, ...); give "
+                         "one or the other");
+    }
+    try {
+        return o.rrule.empty() ? ZelvorInterop::FromCron(o.cron)
+                               : ZelvorInterop::FromRecurrenceRule(o.rrule, start);
+    } catch (const ZelvorInterop::UntranslatableError& e) {
+        throw UsageError(std::string(o.rrule.empty() ? "--cron" : "--rrule") + ": " + e.what());
+    }
+}
+
+SeriesPtr BuildSchedule(const ScheduleOptions& o, const DateTime& start) {
+    if (!o.rrule.empty() || !o.cron.empty()) {
+        return TranslateSchedule(o, start);
+    }
     const Field year = ParseField(kYear, o.year);
     const Field month = ParseField(kMonth, o.month);
     const Field day = ParseField(kDay, o.day);
@@ -278,8 +310,6 @@ std::string DescribeText(const TimeSeries& s) {
     return text.empty() ? "every day at midnight (no field set)" : text;
 }
 
-// ---- Running ---------------------------------------------------------------------------
-
 // A time option read as UTC: "now", a time ending in Z, or local wall-clock time of the
 // call's zone.
 DateTime UtcInput(const char* option, const std::string& text) {
@@ -289,6 +319,116 @@ DateTime UtcInput(const char* option, const std::string& text) {
     const TimeInput input = ParseTime(option, text, true);
     return input.utc ? input.value : input.value.ToUTCTime();
 }
+
+// ---- The other forms of one schedule ---------------------------------------------------
+
+std::string OptionText(const char* option, RECURRENCE recurrence, int value) {
+    if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
+        return std::string(option) + " every:" + std::to_string(value);
+    }
+    if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
+        return std::string(option) + " " + std::to_string(value);
+    }
+    return {};
+}
+
+// The field options that give the schedule again.
+std::string OptionsText(const TimeSeries& s) {
+    std::vector<std::string> parts = {OptionText("--year", s.GetYearRecurrence(), s.GetYear()),
+                                      OptionText("--month", s.GetMonthRecurrence(), s.GetMonth()),
+                                      OptionText("--day", s.GetDayRecurrence(), s.GetDay()),
+                                      OptionText("--week", s.GetWeekRecurrence(), s.GetWeek())};
+    if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
+        std::string days;
+        for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
+            days += (days.empty() ? "" : ",") + day;
+        }
+        for (char& c : days) {
+            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+        }
+        parts.push_back("--weekdays " + days);
+    }
+    if (HasWindow(s)) {
+        parts.push_back("--window " + Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
+                        Clock(s.GetHourEnd(), s.GetMinuteEnd()) + "/" +
+                        std::to_string(s.GetExecutingEveryMinutes()));
+    } else {
+        parts.push_back(OptionText("--hour", s.GetHourRecurrence(), s.GetHour()));
+        parts.push_back(OptionText("--minute", s.GetMinuteRecurrence(), s.GetMinute()));
+        parts.push_back(OptionText("--second", s.GetSecondRecurrence(), s.GetSecond()));
+        parts.push_back(
+            OptionText("--millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond()));
+    }
+    std::string text;
+    for (const std::string& part : parts) {
+        if (!part.empty()) {
+            text += (text.empty() ? "" : " ") + part;
+        }
+    }
+    return text;
+}
+
+// One translation: the text, or why the form can't say the schedule.
+struct Form {
+    std::string text;
+    std::string refused;
+};
+
+template <class Translate>
+Form Translated(Translate translate) {
+    try {
+        return {translate(), {}};
+    } catch (const ZelvorInterop::UntranslatableError& e) {
+        return {{}, e.what()};
+    }
+}
+
+int Explain(const Context& context, const ScheduleOptions& o) {
+    const DateTime start = UtcInput("--start", o.start);
+    const SeriesPtr s = BuildSchedule(o, start);
+    const Form rrule = Translated([&] { return ZelvorInterop::ToRecurrenceRule(*s, start); });
+    const Form cron = Translated([&] { return ZelvorInterop::ToCron(*s); });
+    DateTime first(0.0);
+    const bool fires = s->GetNextNTimePoints(start, 1, &first) == 1;
+    if (context.json) {
+        const auto formJson = [](const Form& f) {
+            return f.refused.empty() ? Object().Add("text", f.text)
+                                     : Object().Add("refused", f.refused);
+        };
+        Json out = Object()
+                       .Add("command", std::string("schedule explain"))
+                       .Add("zone", context.ZoneLabel())
+                       .Add("schedule", DescribeJson(*s))
+                       .Add("words", DescribeText(*s))
+                       .Add("options", OptionsText(*s))
+                       .Add("rrule", formJson(rrule))
+                       .Add("cron", formJson(cron))
+                       .Add("start", Text(start));
+        out.Add("first", fires ? Json(Text(first)) : Json());
+        Print(out.Dump());
+        return 0;
+    }
+    Print("schedule: " + DescribeText(*s));
+    if (!o.rrule.empty() || !o.cron.empty()) {
+        Print("options:  " + OptionsText(*s));
+    }
+    const auto show = [](const char* name, const Form& f) {
+        Print(std::string(name) + (f.refused.empty() ? f.text : "can't say it: " + f.refused));
+    };
+    if (o.rrule.empty()) {
+        show("rrule:    ", rrule);
+    }
+    if (o.cron.empty()) {
+        show("cron:     ", cron);
+    }
+    Print(fires ? "first:    " + Text(first) + " UTC, " + Text(first.ToLocalTime()) + " local"
+                : "never fires from " + Text(start) +
+                      " UTC: no matching day and time within "
+                      "the schedule's search");
+    return 0;
+}
+
+// ---- Running ---------------------------------------------------------------------------
 
 void Report(const Context& context, const char* mode, const TimeSeries& schedule,
             const std::vector<std::pair<const char*, DateTime>>& bounds, const DateTime* points,
@@ -349,6 +489,13 @@ void AddDefinition(CLI::App* sub, ScheduleOptions& o) {
     sub->add_option("--window", o.window,
                     "Intraday window hh:mm-hh:mm/step in local time, e.g. 09:00-17:00/30 "
                     "(replaces the time fields)");
+    sub->add_option("--rrule", o.rrule,
+                    "The schedule as an iCalendar recurrence rule, e.g. "
+                    "FREQ=WEEKLY;BYDAY=MO,WE;BYHOUR=9;BYMINUTE=0;BYSECOND=0, with --start as "
+                    "its DTSTART (in place of the field options)");
+    sub->add_option("--cron", o.cron,
+                    "The schedule as five cron fields, e.g. '*/15 9-16 * * mon-fri' (in place "
+                    "of the field options)");
 }
 
 constexpr const char* kTimeHelp =
@@ -374,8 +521,8 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
         ->capture_default_str();
     commands.push_back({nextApp, [options = nextOptions](const Context& context) {
                             const ScheduleOptions& next = *options;
-                            const SeriesPtr s = BuildSchedule(next);
                             const DateTime start = UtcInput("--start", next.start);
+                            const SeriesPtr s = BuildSchedule(next, start);
                             std::vector<DateTime> points(next.count, DateTime(0.0));
                             const unsigned int n =
                                 s->GetNextNTimePoints(start, next.count, points.data());
@@ -395,8 +542,8 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
     commands.push_back(
         {seriesApp, [options = seriesOptions](const Context& context) {
              const ScheduleOptions& series = *options;
-             const SeriesPtr s = BuildSchedule(series);
              const DateTime start = UtcInput("--start", series.start);
+             const SeriesPtr s = BuildSchedule(series, start);
              const DateTime from = UtcInput("--from", series.from);
              // The walk visits every point from --start to --from; refuse
              // one that would run for ever before it stores anything.
@@ -414,6 +561,20 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
              return 0;
          }});
 
+    const auto explainOptions = std::make_shared<ScheduleOptions>();
+    CLI::App* explainApp = schedule->add_subcommand(
+        "explain",
+        "A schedule given by field options, --rrule or --cron, shown in words and in the other "
+        "forms, or why a form can't say it");
+    AddDefinition(explainApp, *explainOptions);
+    explainApp
+        ->add_option("--start", explainOptions->start,
+                     std::string(kTimeHelp) + "; the DTSTART of a rule with an interval")
+        ->capture_default_str();
+    commands.push_back({explainApp, [options = explainOptions](const Context& context) {
+                            return Explain(context, *options);
+                        }});
+
     CLI::App* rangeApp =
         schedule->add_subcommand("range", "All points from --start up to and including --end");
     AddDefinition(rangeApp, *rangeOptions);
@@ -422,8 +583,8 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
     commands.push_back(
         {rangeApp, [options = rangeOptions](const Context& context) {
              const ScheduleOptions& range = *options;
-             const SeriesPtr s = BuildSchedule(range);
              const DateTime start = UtcInput("--start", range.start);
+             const SeriesPtr s = BuildSchedule(range, start);
              const DateTime end = UtcInput("--end", range.end);
              if (end < start) {
                  throw UsageError("--end: " + Text(end) + " UTC lies before --start " +
