@@ -10,6 +10,7 @@
 #include <string>
 
 #include <ZelvorDataType/ZelvorDataType.h>
+#include <ZelvorInterop/Interop.h>
 
 #include "Tour.h"
 
@@ -121,6 +122,35 @@ void OwningPointers() {
     Check(greeting->GetSize() == 5, "greeting");
 }
 
+void RulesAndCron() {
+    // [readme]
+    // Every 15 minutes from 09:00 to 16:45 on weekdays: the window 09:00-16:45/15.
+    TimeSeriesPtr office = ZelvorInterop::FromCron("*/15 9-16 * * mon-fri");
+    const std::string rule = ZelvorInterop::ToRecurrenceRule(*office);
+    // "FREQ=WEEKLY;BYSECOND=0;BYMINUTE=0,15,30,45;BYHOUR=9,10,11,12,13,14,15,16;BYDAY=MO,..."
+    const DateTime start(2024, 3, 5, 12);  // UTC: Tuesday 07:00 in New York, the DTSTART
+    TimeSeriesPtr fortnightly = ZelvorInterop::FromRecurrenceRule(
+        "FREQ=WEEKLY;INTERVAL=2;BYDAY=TU;BYHOUR=18;BYMINUTE=0;BYSECOND=0", start);
+    // its points from `start`: 03-05, 03-19, 04-02 at 18:00 New York time
+    std::string refused;
+    try {
+        ZelvorInterop::FromCron("0 9 15 * mon");  // cron: the 15th OR any Monday
+    } catch (const ZelvorInterop::UntranslatableError& e) {
+        refused = e.Part();  // "day of month"; e.what() says why
+    }
+    // [/readme]
+    Check(rule.rfind("FREQ=WEEKLY;BYSECOND=0;BYMINUTE=0,15,30,45;BYHOUR=9,10,11,12,13,14,15,16;"
+                     "BYDAY=MO,TU,WE,TH,FR",
+                     0) == 0,
+          "rule");
+    DateTime runs[3] = {DateTime(0.0), DateTime(0.0), DateTime(0.0)};
+    Check(fortnightly->GetNextNTimePoints(start, 3, runs) == 3 &&
+              runs[0] == DateTime(2024, 3, 5, 23) && runs[1] == DateTime(2024, 3, 19, 22) &&
+              runs[2] == DateTime(2024, 4, 2, 22),
+          "fortnightly");
+    Check(refused == "day of month", "refused");
+}
+
 void ChronoBridges() {
     using namespace std::chrono;
     // [readme]
@@ -154,6 +184,7 @@ void ReadmeTour() {
     Variants();
     OwningPointers();
     ChronoBridges();
+    RulesAndCron();
     zone != nullptr ? setenv("TZ", previousZone.c_str(), 1) : unsetenv("TZ");
     tzset();
     std::puts("each does what the README says");
