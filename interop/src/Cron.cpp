@@ -206,10 +206,7 @@ TimeSeriesPtr FromCron(std::string_view text) {
 std::string ToCron(const TimeSeries& schedule) {
     const Pattern p = FromSchedule(schedule);
     if (p.interval > 1) {
-        Refuse(p.frequency == Frequency::Daily     ? "day"
-               : p.frequency == Frequency::Weekly  ? "week"
-               : p.frequency == Frequency::Monthly ? "month"
-                                                   : "year",
+        Refuse(PeriodName(p.frequency),
                fmt::format("every {}: cron's steps restart with each month or year, so it has no "
                            "interval that runs on",
                            p.interval));

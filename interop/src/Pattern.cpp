@@ -212,20 +212,6 @@ int IntervalCap(Frequency f) {
     return 9999;
 }
 
-const char* PeriodName(Frequency f) {
-    switch (f) {
-        case Frequency::Daily:
-            return "day";
-        case Frequency::Weekly:
-            return "week";
-        case Frequency::Monthly:
-            return "month";
-        case Frequency::Yearly:
-            break;
-    }
-    return "year";
-}
-
 // The index of the period (counted from any fixed origin) that holds a local date.
 long long PeriodIndex(const Pattern& p, const DateTime& day) {
     switch (p.frequency) {
@@ -259,6 +245,20 @@ std::vector<int> Members(std::uint64_t set, int range) {
         }
     }
     return out;
+}
+
+const char* PeriodName(Frequency f) {
+    switch (f) {
+        case Frequency::Daily:
+            return "day";
+        case Frequency::Weekly:
+            return "week";
+        case Frequency::Monthly:
+            return "month";
+        case Frequency::Yearly:
+            break;
+    }
+    return "year";
 }
 
 bool DependsOnStart(const Pattern& p) {

@@ -43,6 +43,10 @@ struct Vocabulary {
 
 std::vector<int> Members(std::uint64_t set, int range);
 
+// "day", "week", "month" or "year": one period of the frequency, and the schedule field
+// that steps it.
+const char* PeriodName(Frequency frequency);
+
 // True when the schedule's intervals and the rule's are anchored differently, so that
 // the two agree for some starts only.
 bool DependsOnStart(const Pattern& pattern);

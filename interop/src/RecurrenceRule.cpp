@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include <fmt/format.h>
 #include <libical/ical.h>
@@ -52,6 +53,12 @@ void PutSet(short (&list)[N], std::uint64_t set, int range) {
         list[i] = ICAL_RECURRENCE_ARRAY_MAX;
     }
 }
+
+constexpr std::pair<Frequency, icalrecurrencetype_frequency> kFrequencies[] = {
+    {Frequency::Daily, ICAL_DAILY_RECURRENCE},
+    {Frequency::Weekly, ICAL_WEEKLY_RECURRENCE},
+    {Frequency::Monthly, ICAL_MONTHLY_RECURRENCE},
+    {Frequency::Yearly, ICAL_YEARLY_RECURRENCE}};
 
 struct Parsed {
     Pattern pattern;
@@ -126,19 +133,8 @@ Parsed Read(std::string_view text, const DateTime* start) {
     RefuseUnsupported(r);
     Parsed out;
     Pattern& p = out.pattern;
-    switch (r.freq) {
-        case ICAL_WEEKLY_RECURRENCE:
-            p.frequency = Frequency::Weekly;
-            break;
-        case ICAL_MONTHLY_RECURRENCE:
-            p.frequency = Frequency::Monthly;
-            break;
-        case ICAL_YEARLY_RECURRENCE:
-            p.frequency = Frequency::Yearly;
-            break;
-        default:
-            p.frequency = Frequency::Daily;
-            break;
+    for (const auto& [frequency, code] : kFrequencies) {
+        p.frequency = code == r.freq ? frequency : p.frequency;
     }
     p.interval = r.interval;
     p.weekStart = static_cast<int>(r.week_start) - 1;
@@ -218,19 +214,8 @@ namespace {
 std::string Write(const Pattern& p) {
     icalrecurrencetype r;
     icalrecurrencetype_clear(&r);
-    switch (p.frequency) {
-        case Frequency::Daily:
-            r.freq = ICAL_DAILY_RECURRENCE;
-            break;
-        case Frequency::Weekly:
-            r.freq = ICAL_WEEKLY_RECURRENCE;
-            break;
-        case Frequency::Monthly:
-            r.freq = ICAL_MONTHLY_RECURRENCE;
-            break;
-        case Frequency::Yearly:
-            r.freq = ICAL_YEARLY_RECURRENCE;
-            break;
+    for (const auto& [frequency, code] : kFrequencies) {
+        r.freq = frequency == p.frequency ? code : r.freq;
     }
     r.interval = static_cast<short>(p.interval);
     if (p.frequency == Frequency::Weekly && p.interval > 1) {
@@ -268,9 +253,7 @@ std::string Write(const Pattern& p) {
 std::string ToRecurrenceRule(const TimeSeries& schedule) {
     const Pattern p = FromSchedule(schedule);
     if (DependsOnStart(p)) {
-        Refuse(p.frequency == Frequency::Weekly    ? "week"
-               : p.frequency == Frequency::Monthly ? "month"
-                                                   : "year",
+        Refuse(PeriodName(p.frequency),
                "its interval counts from the first matching day, a rule's from DTSTART: they "
                "agree for some starts only; give a start");
     }

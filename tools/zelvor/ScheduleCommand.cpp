@@ -221,12 +221,14 @@ Json FieldJson(RECURRENCE recurrence, int value) {
     return Json();
 }
 
-std::string FieldText(const char* name, RECURRENCE recurrence, int value) {
+// "hour 9" or "hour every 5"; as an option "--hour 9" or "--hour every:5".
+std::string FieldText(const char* name, RECURRENCE recurrence, int value, bool option = false) {
+    const std::string label = option ? std::string("--") + name : std::string(name);
     if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
-        return std::string(name) + " every " + std::to_string(value);
+        return label + (option ? " every:" : " every ") + std::to_string(value);
     }
     if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
-        return std::string(name) + " " + std::to_string(value);
+        return label + " " + std::to_string(value);
     }
     return {};
 }
@@ -280,33 +282,54 @@ Json DescribeJson(const TimeSeries& s) {
         .Add("window", window);
 }
 
-std::string DescribeText(const TimeSeries& s) {
-    std::vector<std::string> parts = {FieldText("year", s.GetYearRecurrence(), s.GetYear()),
-                                      FieldText("month", s.GetMonthRecurrence(), s.GetMonth()),
-                                      FieldText("day", s.GetDayRecurrence(), s.GetDay()),
-                                      FieldText("week", s.GetWeekRecurrence(), s.GetWeek())};
+// The fields in use, in words ("on Mon, hour 9") or as the options that give them again
+// ("--weekdays mon --hour 9").
+std::string FieldsText(const TimeSeries& s, bool option) {
+    std::vector<std::string> parts = {
+        FieldText("year", s.GetYearRecurrence(), s.GetYear(), option),
+        FieldText("month", s.GetMonthRecurrence(), s.GetMonth(), option),
+        FieldText("day", s.GetDayRecurrence(), s.GetDay(), option),
+        FieldText("week", s.GetWeekRecurrence(), s.GetWeek(), option)};
     if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
         std::string days;
         for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
             days += (days.empty() ? "" : ",") + day;
         }
-        parts.push_back("on " + (days.empty() ? std::string("no day") : days));
+        if (option) {
+            for (char& c : days) {
+                c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+            }
+        }
+        parts.push_back(option         ? "--weekdays " + days
+                        : days.empty() ? std::string("on no day")
+                                       : "on " + days);
     }
-    parts.push_back(FieldText("hour", s.GetHourRecurrence(), s.GetHour()));
-    parts.push_back(FieldText("minute", s.GetMinuteRecurrence(), s.GetMinute()));
-    parts.push_back(FieldText("second", s.GetSecondRecurrence(), s.GetSecond()));
-    parts.push_back(FieldText("millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond()));
+    // The window replaces the time fields; the words show both, as stored.
+    if (!option || !HasWindow(s)) {
+        parts.push_back(FieldText("hour", s.GetHourRecurrence(), s.GetHour(), option));
+        parts.push_back(FieldText("minute", s.GetMinuteRecurrence(), s.GetMinute(), option));
+        parts.push_back(FieldText("second", s.GetSecondRecurrence(), s.GetSecond(), option));
+        parts.push_back(
+            FieldText("millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond(), option));
+    }
     if (HasWindow(s)) {
-        parts.push_back("window " + Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
-                        Clock(s.GetHourEnd(), s.GetMinuteEnd()) + " every " +
-                        std::to_string(s.GetExecutingEveryMinutes()) + " min");
+        const std::string span = Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
+                                 Clock(s.GetHourEnd(), s.GetMinuteEnd());
+        const std::string step = std::to_string(s.GetExecutingEveryMinutes());
+        parts.push_back(option ? "--window " + span + "/" + step
+                               : "window " + span + " every " + step + " min");
     }
     std::string text;
     for (const std::string& part : parts) {
         if (!part.empty()) {
-            text += (text.empty() ? "" : ", ") + part;
+            text += (text.empty() ? "" : option ? " " : ", ") + part;
         }
     }
+    return text;
+}
+
+std::string DescribeText(const TimeSeries& s) {
+    const std::string text = FieldsText(s, false);
     return text.empty() ? "every day at midnight (no field set)" : text;
 }
 
@@ -321,52 +344,6 @@ DateTime UtcInput(const char* option, const std::string& text) {
 }
 
 // ---- The other forms of one schedule ---------------------------------------------------
-
-std::string OptionText(const char* option, RECURRENCE recurrence, int value) {
-    if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
-        return std::string(option) + " every:" + std::to_string(value);
-    }
-    if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
-        return std::string(option) + " " + std::to_string(value);
-    }
-    return {};
-}
-
-// The field options that give the schedule again.
-std::string OptionsText(const TimeSeries& s) {
-    std::vector<std::string> parts = {OptionText("--year", s.GetYearRecurrence(), s.GetYear()),
-                                      OptionText("--month", s.GetMonthRecurrence(), s.GetMonth()),
-                                      OptionText("--day", s.GetDayRecurrence(), s.GetDay()),
-                                      OptionText("--week", s.GetWeekRecurrence(), s.GetWeek())};
-    if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
-        std::string days;
-        for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
-            days += (days.empty() ? "" : ",") + day;
-        }
-        for (char& c : days) {
-            c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-        }
-        parts.push_back("--weekdays " + days);
-    }
-    if (HasWindow(s)) {
-        parts.push_back("--window " + Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
-                        Clock(s.GetHourEnd(), s.GetMinuteEnd()) + "/" +
-                        std::to_string(s.GetExecutingEveryMinutes()));
-    } else {
-        parts.push_back(OptionText("--hour", s.GetHourRecurrence(), s.GetHour()));
-        parts.push_back(OptionText("--minute", s.GetMinuteRecurrence(), s.GetMinute()));
-        parts.push_back(OptionText("--second", s.GetSecondRecurrence(), s.GetSecond()));
-        parts.push_back(
-            OptionText("--millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond()));
-    }
-    std::string text;
-    for (const std::string& part : parts) {
-        if (!part.empty()) {
-            text += (text.empty() ? "" : " ") + part;
-        }
-    }
-    return text;
-}
 
 // One translation: the text, or why the form can't say the schedule.
 struct Form {
@@ -400,7 +377,7 @@ int Explain(const Context& context, const ScheduleOptions& o) {
                        .Add("zone", context.ZoneLabel())
                        .Add("schedule", DescribeJson(*s))
                        .Add("words", DescribeText(*s))
-                       .Add("options", OptionsText(*s))
+                       .Add("options", FieldsText(*s, true))
                        .Add("rrule", formJson(rrule))
                        .Add("cron", formJson(cron))
                        .Add("start", Text(start));
@@ -410,7 +387,7 @@ int Explain(const Context& context, const ScheduleOptions& o) {
     }
     Print("schedule: " + DescribeText(*s));
     if (!o.rrule.empty() || !o.cron.empty()) {
-        Print("options:  " + OptionsText(*s));
+        Print("options:  " + FieldsText(*s, true));
     }
     const auto show = [](const char* name, const Form& f) {
         Print(std::string(name) + (f.refused.empty() ? f.text : "can't say it: " + f.refused));
