@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <numeric>
 
 #include <fmt/format.h>
 
@@ -209,7 +210,7 @@ int IntervalCap(Frequency f) {
         case Frequency::Yearly:
             break;
     }
-    return 9999;
+    return 100;
 }
 
 // The index of the period (counted from any fixed origin) that holds a local date.
@@ -229,6 +230,99 @@ long long PeriodIndex(const Pattern& p, const DateTime& day) {
             break;
     }
     return day.GetYear();
+}
+
+// ---- How far apart matching days can lie --------------------------------------------
+
+// Days since 2000-01-01 (a Saturday) of a proleptic Gregorian date.
+long long DayNumber(long long y, int m, int d) {
+    y -= m <= 2 ? 1 : 0;
+    const long long era = (y >= 0 ? y : y - 399) / 400;
+    const long long yoe = y - era * 400;
+    const long long doy = (153 * (m + (m > 2 ? -3 : 9)) + 2) / 5 + d - 1;
+    return era * 146097 + yoe * 365 + yoe / 4 - yoe / 100 + doy - 730425;
+}
+
+int MonthLength(long long y, int m) {
+    return m == 2 ? (y % 4 == 0 && (y % 100 != 0 || y % 400 == 0) ? 29 : 28)
+                  : 31 - (m == 4 || m == 6 || m == 9 || m == 11);
+}
+
+// The first and last matching day of one month (day numbers), or none.
+struct Span {
+    long long first = -1, last = -1;
+};
+
+Span MatchesIn(const Pattern& p, long long y, int m) {
+    Span span;
+    if (p.month != 0 && m != p.month) {
+        return span;
+    }
+    const int length = MonthLength(y, m);
+    const long long base = DayNumber(y, m, 1);
+    const auto add = [&](int day) {
+        if (day >= 1 && day <= length) {
+            span.first = span.first < 0 ? base + day - 1 : std::min(span.first, base + day - 1);
+            span.last = std::max(span.last, base + day - 1);
+        }
+    };
+    if (p.monthDay != 0) {
+        add(p.monthDay);
+        return span;
+    }
+    if (p.weekdays == 0) {
+        add(1);
+        add(length);
+        return span;
+    }
+    const int firstWeekday = static_cast<int>((base % 7 + 13) % 7);  // 0 Sunday
+    for (int w : Members(p.weekdays, 7)) {
+        const int firstOf = 1 + (w - firstWeekday + 7) % 7;
+        const int lastOf = firstOf + 7 * ((length - firstOf) / 7);
+        if (p.ordinal > 0) {
+            add(firstOf + 7 * (p.ordinal - 1));
+        } else if (p.ordinal < 0) {
+            add(lastOf + 7 * (p.ordinal + 1));
+        } else {
+            add(firstOf);
+            add(lastOf);
+        }
+    }
+    return span;
+}
+
+// The longest run of days, over every start, from one day of the series to the next:
+// the Gregorian calendar repeats after 400 years (4800 months), the interval after its
+// own length, so one common period of both holds every case.
+long long LongestGap(const Pattern& p) {
+    constexpr long long kCycleMonths = 4800;
+    constexpr long long kCycleDays = 146097;
+    const long long block = p.frequency == Frequency::Yearly ? 12 : 1;
+    const long long step = p.frequency == Frequency::Monthly  ? p.interval
+                           : p.frequency == Frequency::Yearly ? 12LL * p.interval
+                                                              : 1;
+    std::vector<Span> table(kCycleMonths);
+    for (long long i = 0; i < kCycleMonths; ++i) {
+        table[i] = MatchesIn(p, 2000 + i / 12, static_cast<int>(i % 12) + 1);
+    }
+    const long long cycle = std::lcm(kCycleMonths, step);
+    long long longest = 0;
+    for (long long phase = 0; phase < step; phase += block) {
+        long long previous = -1;
+        for (long long start = phase; start <= phase + cycle; start += step) {
+            for (long long i = start; i < start + block; ++i) {
+                const Span& s = table[i % kCycleMonths];
+                const long long shift = i / kCycleMonths * kCycleDays;
+                if (s.first >= 0) {
+                    if (previous >= 0) {
+                        longest = std::max(longest, s.first + shift - previous);
+                    }
+                    previous = s.last + shift;
+                }
+            }
+        }
+    }
+    return longest;
 }
 
 }  // namespace
@@ -334,6 +428,16 @@ TimeSeriesPtr ToSchedule(const Pattern& p, const Vocabulary& words) {
                 year = {RECURRENCE_EVERY, p.interval};
             }
             break;
+    }
+    // A schedule looks for its next day this far ahead (times the interval of years) and
+    // ends when it finds none; the rule goes on.
+    const long long horizon =
+        p.frequency == Frequency::Yearly ? 1LL * kHorizonDays * p.interval : kHorizonDays;
+    if (p.frequency != Frequency::Daily && LongestGap(p) > horizon) {
+        Refuse(p.monthDay != 0 ? words.monthDay : words.weekday,
+               fmt::format("two days of the series can lie more than {} days apart, beyond the "
+                           "schedule's search for its next day",
+                           horizon));
     }
     const TimeOfDay t = TimesToSchedule(p, words);
     return MakeTimeSeries(

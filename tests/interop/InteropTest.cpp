@@ -113,80 +113,38 @@ std::vector<std::pair<DateTime, DateTime>> LibicalOccurrences(const std::string&
     return out;
 }
 
+// A rule from fragments: a frequency, maybe an interval, days (none leaves them to
+// DTSTART) and times of day (one time, an even run, a grid, one a clock change skips).
 std::string RandomRule(std::mt19937& rng) {
-    const auto pick = [&](int n) { return static_cast<int>(rng() % static_cast<unsigned>(n)); };
-    const char* days[] = {"SU", "MO", "TU", "WE", "TH", "FR", "SA"};
-    const auto dayList = [&](const std::string& prefix) {
-        std::string out;
-        for (int d = 0, mask = 1 + pick(127); d < 7; ++d) {
-            out += mask >> d & 1 ? (out.empty() ? "" : ",") + prefix + days[d] : "";
-        }
-        return out;
+    const auto any = [&](const std::vector<std::string>& list) {
+        return list[rng() % list.size()];
     };
-    const char* frequencies[] = {"DAILY", "WEEKLY", "MONTHLY", "YEARLY"};
-    const int ordinals[] = {1, 2, 3, 4, 5, -1, -2};
-    const int steps[] = {10, 15, 20, 30};
-    const int freq = pick(4);
-    std::string r = std::string("FREQ=") + frequencies[freq];
-    if (pick(3) == 0) {
-        r += ";INTERVAL=" + std::to_string(2 + pick(3));
+    const auto n = [&](int low, int high) {
+        return std::to_string(low + static_cast<int>(rng() % (high - low + 1)));
+    };
+    std::string days;
+    for (const std::string day : {"SU", "MO", "TU", "WE", "TH", "FR", "SA"}) {
+        days +=
+            rng() % 2 != 0 || (day == "SA" && days.empty()) ? (days.empty() ? "" : ",") + day : "";
     }
-    const int ordinal = ordinals[pick(7)];
-    switch (freq * 10 + pick(3)) {
-        case 1:
-            r += ";BYDAY=" + dayList("");
-            break;
-        case 2:
-            r += ";BYMONTH=" + std::to_string(1 + pick(12));
-            break;
-        case 10:
-        case 11:
-            r += ";BYDAY=" + dayList("") + (pick(2) ? ";WKST=SU" : "");
-            break;
-        case 20:
-            r += ";BYMONTHDAY=" + std::to_string(1 + pick(31));
-            break;
-        case 21:
-            r += ";BYDAY=" + std::to_string(ordinal) + days[pick(7)];
-            break;
-        case 22:
-            r += ";BYDAY=" + dayList("");
-            break;
-        case 30:
-            r += ";BYMONTH=" + std::to_string(1 + pick(12)) +
-                 ";BYMONTHDAY=" + std::to_string(1 + pick(31));
-            break;
-        case 31:
-            r += ";BYMONTH=" + std::to_string(1 + pick(12)) + ";BYDAY=" + std::to_string(ordinal) +
-                 days[pick(7)];
-            break;
-        default:
-            break;  // left to DTSTART
-    }
-    switch (pick(4)) {
-        case 0:
-            r += ";BYHOUR=" + std::to_string(pick(24)) + ";BYMINUTE=" + std::to_string(pick(60));
-            break;
-        case 1: {
-            const int first = pick(20), step = steps[pick(4)];
-            r += ";BYHOUR=" + std::to_string(first);
-            for (int h = first + 1; h <= first + pick(4); ++h) {
-                r += "," + std::to_string(h);
-            }
-            r += ";BYMINUTE=0";
-            for (int m = step; m < 60; m += step) {
-                r += "," + std::to_string(m);
-            }
-            break;
-        }
-        case 2:
-            r += ";BYHOUR=0,6,12,18;BYMINUTE=0,30;BYSECOND=0,20,40";
-            return r;
-        default:
-            r += ";BYHOUR=2;BYMINUTE=30";
-            break;  // inside the hour a clock change skips
-    }
-    return pick(4) == 0 ? r : r + ";BYSECOND=" + std::to_string(pick(2) * 15);
+    const std::string ordinal = any({"1", "2", "4", "5", "-1", "-2"}) + any({"SU", "MO", "FR"});
+    const std::vector<std::string> dayParts[] = {
+        {"", ";BYDAY=" + days, ";BYMONTH=" + n(1, 12)},
+        {"", ";BYDAY=" + days, ";BYDAY=" + days + ";WKST=SU"},
+        {"", ";BYMONTHDAY=" + n(1, 31), ";BYDAY=" + ordinal, ";BYDAY=" + days},
+        {"", ";BYMONTH=" + n(1, 12) + ";BYMONTHDAY=" + n(1, 31),
+         ";BYMONTH=" + n(1, 12) + ";BYDAY=" + ordinal}};
+    const std::size_t frequency = rng() % 4;
+    const std::string first = n(0, 19);
+    const std::string run = ";BYHOUR=" + first + "," + std::to_string(std::stoi(first) + 1) +
+                            any({";BYMINUTE=0,15,30,45", ";BYMINUTE=10,40", ";BYMINUTE=0,20,40"});
+    const std::string seconds = any({"", ";BYSECOND=0", ";BYSECOND=15"});
+    return std::string("FREQ=") +
+           std::vector<std::string>{"DAILY", "WEEKLY", "MONTHLY", "YEARLY"}[frequency] +
+           any({"", "", ";INTERVAL=" + n(2, 4)}) + any(dayParts[frequency]) +
+           any({";BYHOUR=" + n(0, 23) + ";BYMINUTE=" + n(0, 59) + seconds, run + seconds,
+                ";BYHOUR=2;BYMINUTE=30" + seconds,
+                ";BYHOUR=0,6,12,18;BYMINUTE=0,30;BYSECOND=0,20,40"});
 }
 
 TEST(InteropRules, AgreeWithLibicalsIterator) {
@@ -425,6 +383,8 @@ TEST(InteropRefusal, NamesThePartThatDoesNotTranslate) {
         {"FREQ=YEARLY;BYDAY=20MO;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
         {"FREQ=YEARLY;BYMONTH=1,7;BYMONTHDAY=1;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYMONTH"},
         {"FREQ=YEARLY;BYYEARDAY=100;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYYEARDAY"},
+        // A fifth Monday in February comes every 28 years, beyond the schedule's search.
+        {"FREQ=YEARLY;BYMONTH=2;BYDAY=5MO;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
         {"FREQ=WEEKLY;INTERVAL=2;BYDAY=SU,MO;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "WKST"},
         {"FREQ=DAILY;BYHOUR=9;BYMINUTE=0", "BYSECOND"},
         {"FREQ=WEEKLY;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
