@@ -555,6 +555,11 @@ Pattern FromSchedule(const TimeSeries& s) {
         Refuse(yearly != 0 ? "year" : "month", "every day of every N-th period");
     }
     TimesFromSchedule(s, p);
+    // The checks of the other way: a schedule whose days lie further apart than its own
+    // search ends where the rule goes on.
+    constexpr Vocabulary kScheduleWords = {"hour",  "minute", "second",     "interval",
+                                           "month", "day",    "day of week"};
+    ToSchedule(p, kScheduleWords);
     return p;
 }
 

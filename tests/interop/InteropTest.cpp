@@ -413,6 +413,7 @@ TEST(InteropRefusal, NamesThePartThatDoesNotTranslate) {
         {{N, N, N, F, F, F, F}, {0, 0, 0, 2, 2, 9, 0}, "week", true},
         {{N, N, E, N, N, F, F}, {0, 0, 2, 0, 0, 9, 0}, "day", true},
         {{N, E, F, N, N, F, F}, {0, 2, 15, 0, 0, 9, 0}, "month", false},
+        {{N, F, N, F, F, F, F}, {0, 2, 0, 5, 2, 9, 0}, "day of week", false},  // 28 years apart
     };
     for (const ScheduleRow& row : schedules) {
         const TimeSeriesPtr s =

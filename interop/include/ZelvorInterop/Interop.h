@@ -29,10 +29,14 @@
 //    dropped by the translation; some calendar programs place such a time an hour
 //    earlier instead. cron daemons differ among themselves here; the library gives the
 //    same answer for cron.
-//  - Repeated local times (a clock change back) come out once, at the instant
-//    DateTime::ToUTCTime picks; a start inside the repeated hour may move a point an
-//    hour on (see TimeSeries::GetNextNTimePoints).
+//  - Repeated local times (a clock change back) come out once, at whichever of their
+//    two instants DateTime::ToUTCTime picks (the platform's choice); a start inside the
+//    repeated hour may move a point an hour on (see TimeSeries::GetNextNTimePoints).
 //  - COUNT and UNTIL are refused: a schedule has no end.
+//  - A schedule looks for its next day up to 2928 days ahead (times N for every N
+//    years) and ends when it finds none. Days that can lie further apart (a fifth
+//    Monday in February, 28 years on) are refused, whatever the start; so are intervals
+//    above 2928 days, 418 weeks, 12 months or 100 years.
 //
 // What translates, rule side: FREQ=DAILY, WEEKLY, MONTHLY or YEARLY; INTERVAL; one
 // BYMONTH; one positive BYMONTHDAY; BYDAY days, in MONTHLY and in YEARLY with BYMONTH
@@ -41,8 +45,9 @@
 // second 0 (BYHOUR=9,10,11;BYMINUTE=0,30 is 09:00 to 11:30 every 30 minutes, the
 // schedule's intraday window), or a grid of steps from midnight. Parts a rule leaves out
 // come from DTSTART, so the start-free form needs BYHOUR, BYMINUTE and BYSECOND, BYDAY
-// in WEEKLY rules, BYMONTHDAY or BYDAY in MONTHLY ones and BYMONTH with one of them in
-// YEARLY ones.
+// in WEEKLY rules, BYMONTHDAY or BYDAY in MONTHLY ones and BYMONTH in YEARLY ones (a
+// yearly BYMONTHDAY alone falls in DTSTART's month, as libical reads it; yearly BYDAY
+// days alone fall in every month).
 // Cron side: `*`, values, ranges, lists and steps in the minute and hour fields (the
 // times of day as above), one day of the month or `*`, one month or `*`, and any days of
 // the week, with names (mon-fri, jan). A closing hour such as `*/15 9-16 * * 1-5` becomes
