@@ -1,10 +1,11 @@
 // Schedules by named fields, and the constant-time checks of what a record can fire.
 #include <ZelvorDataType/ScheduleBuilder.h>
 
+#include <algorithm>
 #include <stdexcept>
 #include <string>
 
-#include "calendar/CivilCalendar.h"
+#include "schedule/WallTime.h"
 
 namespace ZelvorDataType {
 
@@ -22,9 +23,12 @@ const char* MonthName(int month) {
     return names[month - 1];
 }
 
+std::string Two(int value) {
+    return (value < 10 ? "0" : "") + to_string(value);
+}
+
 std::string Clock(int minutes) {
-    const std::string minute = to_string(minutes % 60);
-    return to_string(minutes / 60) + (minute.size() == 1 ? ":0" : ":") + minute;
+    return to_string(minutes / 60) + ":" + Two(minutes % 60);
 }
 
 struct FieldState {
@@ -160,23 +164,41 @@ std::optional<std::string> WhyNeverFires(const TimeSeries& schedule, const DateT
     const FieldState month = Read(schedule, ScheduleField::Month);
     const FieldState day = Read(schedule, ScheduleField::Day);
     const DateTime local = start.ToLocalTime();
-    if (!Fixed(year) || year.value > local.GetYear()) {
+    if (!Fixed(year) || year.value < 0 || year.value > 65535) {
         return std::nullopt;
     }
-    const std::string startText = std::string(local.ToString().c_str()).substr(0, 10);
+    const std::string startText =
+        "the start, " + std::string(local.ToString().c_str()).substr(0, 10);
     if (year.value < local.GetYear()) {
-        return "year " + to_string(year.value) + " lies before the start (" + startText + ")";
+        return "year " + to_string(year.value) + " lies before " + startText;
     }
-    if (!Fixed(month) || month.value > local.GetMonth()) {
+    // The first day searched: the start's date, or, for a later fixed year, the day
+    // after the start's month and day in that year (the search jumps there).
+    internal::CivilDay first =
+        internal::DayFromDate(local.GetYear(), local.GetMonth(), local.GetDay());
+    std::string firstText = startText;
+    if (year.value > local.GetYear()) {
+        first = internal::DayFromDate(
+            year.value, first.month,
+            std::min(first.day, internal::MonthLength(year.value, first.month)));
+        const std::string jumped = "the search jumps from " + startText + ", to " +
+                                   to_string(year.value) + "-" + Two(first.month) + "-" +
+                                   Two(first.day) + " and goes on from the day after";
+        if (!internal::AdvanceDay(first) || first.year != year.value) {
+            return "year " + to_string(year.value) + " is never searched: " + jumped;
+        }
+        firstText = "the first day searched: " + jumped;
+    }
+    if (!Fixed(month) || month.value > first.month) {
         return std::nullopt;
     }
-    if (month.value < local.GetMonth()) {
-        return std::string(MonthName(month.value)) + " " + to_string(year.value) +
-               " lies before the start (" + startText + ")";
+    if (month.value < first.month) {
+        return std::string(MonthName(month.value)) + " " + to_string(year.value) + " lies before " +
+               firstText;
     }
-    if (Fixed(day) && day.value < local.GetDay()) {
+    if (Fixed(day) && day.value < first.day) {
         return "day " + to_string(day.value) + " of " + MonthName(month.value) + " " +
-               to_string(year.value) + " lies before the start (" + startText + ")";
+               to_string(year.value) + " lies before " + firstText;
     }
     return std::nullopt;
 }
