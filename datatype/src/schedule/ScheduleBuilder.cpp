@@ -226,9 +226,9 @@ std::optional<UnwalkedFields> FindUnwalkedFields(const TimeSeries& schedule) {
 ScheduleBuilder& ScheduleBuilder::Set(ScheduleField field, int value) {
     const ScheduleFieldLimits limits = LimitsOf(field);
     if (limits.zeroRefused && value == 0) {
-        Refuse(std::string(limits.name) + ": 0 matches no day (" + to_string(1) + " to " +
-               to_string(limits.fixedHigh) + " count from the month's start, " +
-               to_string(limits.fixedLow) + " to -1 from its end)");
+        Refuse(std::string(limits.name) + ": 0 matches no day (1 to " +
+               to_string(limits.fixedHigh) + " count from the month's start, -1 to " +
+               to_string(limits.fixedLow) + " from its end)");
     }
     if (value < limits.fixedLow || value > limits.fixedHigh) {
         Refuse(std::string(limits.name) + ": " + to_string(value) + " is out of range (" +
