@@ -75,7 +75,12 @@ constexpr ScheduleFieldLimits LimitsOf(ScheduleField field) noexcept {
 // February in a fixed common year, ...).
 //
 //   TimeSeriesPtr s = ScheduleBuilder().Weekdays(Monday, Friday).Hour(9)
-//                         .Minute(Every(15)).Build();   // 09:00, 09:15, 09:30, 09:45
+//                         .Minute(Every(15)).Build();
+//
+// The record walks that as 09:00, 09:15, 09:30 and 09:45 on a day that follows a day
+// of the series, but from 09:15 on a day it opens at midnight (the first day, and a
+// Monday after the weekend): from midnight the minute steps before the hour is placed.
+// Window(9h, 9h + 45min, 15min) lists 09:00 to 09:45 on every day of the pattern.
 //
 // The trap of the record: an unset clock field is not walked. Minute(Every(15)) alone
 // gives 00:00, 00:15, 00:30 and 00:45 of each day and nothing else, because the unset
