@@ -130,9 +130,12 @@ void NamedSchedules() {
     // [readme]
     // The points one at a time, in constant memory: the same as one big call.
     std::vector<DateTime> firstThree;
-    const DateTime friday(2024, 3, 8, 15);  // UTC
-    for (const DateTime& utc : Points(*standup, friday) | std::views::take(3)) {
+    const DateTime friday(2024, 3, 8, 15);                  // UTC
+    for (const DateTime& utc : Points(*standup, friday)) {  // or | std::views::take(3)
         firstThree.push_back(utc);  // 13:30 UTC on Monday 2024-03-11, Tuesday, Wednesday
+        if (firstThree.size() == 3) {
+            break;  // nothing past the third is computed
+        }
     }
     // Points(s, start, from) for a series, Points(s, start, UpTo{end}) for a range.
     // [/readme]

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <climits>
 #include <ranges>
 
 #include <ZelvorDataType/SchedulePoints.h>
@@ -18,10 +19,11 @@ static_assert(std::ranges::view<SchedulePoints>);
 
 constexpr unsigned int kCount = 300;
 
-std::vector<std::string> Texts(std::ranges::input_range auto&& points) {
+// The texts of the first `n` points, read as a caller's loop reads them.
+std::vector<std::string> Texts(SchedulePoints points, unsigned int n = UINT_MAX) {
     std::vector<std::string> texts;
-    for (const DateTime& p : points) {
-        texts.push_back(Text(p));
+    for (auto it = points.begin(); texts.size() < n && it != points.end(); ++it) {
+        texts.push_back(Text(*it));
     }
     return texts;
 }
@@ -61,11 +63,9 @@ TEST(RangeTest, EachEnumeratorMatchesOneBigCall) {
                 SCOPED_TRACE(std::string(zone) + " from " + text);
                 std::vector<DateTime> big(kCount, DateTime(0.0));
                 unsigned int n = s->GetNextNTimePoints(start, kCount, big.data());
-                EXPECT_EQ(Texts(Points(*s, start) | std::views::take(kCount)),
-                          Texts(big.data(), n));
+                EXPECT_EQ(Texts(Points(*s, start), kCount), Texts(big.data(), n));
                 n = s->GetNextNTimePoints(start, from, kCount, big.data());
-                EXPECT_EQ(Texts(Points(*s, start, from) | std::views::take(kCount)),
-                          Texts(big.data(), n));
+                EXPECT_EQ(Texts(Points(*s, start, from), kCount), Texts(big.data(), n));
                 DateTime* all = nullptr;
                 n = s->GetAllTimePoints(start, end, all);
                 const std::unique_ptr<DateTime[]> owned(all);
@@ -75,21 +75,32 @@ TEST(RangeTest, EachEnumeratorMatchesOneBigCall) {
     }
 }
 
-TEST(RangeTest, TakeWhileStopsAndAReversedRangeIsEmpty) {
+TEST(RangeTest, AReversedRangeIsEmptyAndAPointIsReadTwice) {
     const ZoneScope pinned("UTC0");
     const auto hourly = S().Hour(EVERY, 1).Minute(FIXED, 0).Make();
     const DateTime start = T("2024-01-01 00:00");
-    auto beforeNoon = [&](const DateTime& p) { return p < T("2024-01-01 12:00"); };
-    EXPECT_EQ(std::ranges::distance(Points(*hourly, start) | std::views::take_while(beforeNoon)),
-              12);
     EXPECT_TRUE(Points(*hourly, start, UpTo{T("2023-12-31 00:00")}).begin() ==
                 std::default_sentinel);
-    // Reading a point twice computes it once; a skipped point still counts.
+    // Reading a point twice computes it once; a point passed unread still counts.
     SchedulePoints points = Points(*hourly, start);
     auto it = points.begin();
     ++it;
     EXPECT_EQ(Text(*it), "2024-01-01 01:00");
     EXPECT_EQ(Text(*it), "2024-01-01 01:00");
 }
+
+// clang 14 can't compile the range adaptors of libstdc++ 12 at all; the concepts above
+// hold there as well.
+#if !defined(__clang__) || __clang_major__ >= 15
+TEST(RangeTest, TakeAndTakeWhileStopWhereAsked) {
+    const ZoneScope pinned("UTC0");
+    const auto hourly = S().Hour(EVERY, 1).Minute(FIXED, 0).Make();
+    const DateTime start = T("2024-01-01 00:00");
+    auto beforeNoon = [](const DateTime& p) { return p < T("2024-01-01 12:00"); };
+    EXPECT_EQ(std::ranges::distance(Points(*hourly, start) | std::views::take_while(beforeNoon)),
+              12);
+    EXPECT_EQ(std::ranges::distance(Points(*hourly, start) | std::views::take(30)), 30);
+}
+#endif
 
 }  // namespace

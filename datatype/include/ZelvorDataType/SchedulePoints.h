@@ -31,7 +31,7 @@ namespace ZelvorDataType {
 // not copyable; iterate it once (begin() again continues where the last one stopped).
 // Schedules of another TimeSeries implementation are read through their getters and
 // walked as this library walks its own.
-class ZELVOR_DATATYPE_API SchedulePoints : public std::ranges::view_interface<SchedulePoints> {
+class ZELVOR_DATATYPE_API SchedulePoints : public std::ranges::view_base {
   public:
     class State;
 
