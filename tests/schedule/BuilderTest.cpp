@@ -91,12 +91,21 @@ TEST(BuilderTest, RefusesWithTheFieldAndItsValues) {
         {[] { return ScheduleBuilder().Window(0h, 1h, 5min).AllDay(); }, "all day: needs"},
     };
     for (const auto& [build, message] : cases) {
+        std::string refusal;
         try {
             build().Build();
             ADD_FAILURE() << "built: " << message;
         } catch (const std::invalid_argument& e) {
-            EXPECT_NE(std::string(e.what()).find(message), std::string::npos) << e.what();
+            refusal = e.what();
+            EXPECT_NE(refusal.find(message), std::string::npos) << refusal;
         }
+        // Only the never-firing schedules are built on request; the rest stay refused.
+        bool built = false;
+        try {
+            built = build().BuildEvenIfNeverFiring() != nullptr;
+        } catch (const std::invalid_argument&) {
+        }
+        EXPECT_EQ(built, refusal.find("could never fire") != std::string::npos) << refusal;
     }
 }
 

@@ -182,12 +182,12 @@ ScheduleBuilder BuilderOf(const ScheduleOptions& o) {
     return builder;
 }
 
+// A schedule that can never fire is built all the same: its listing says "no points".
 TimeSeriesPtr BuildSchedule(const ScheduleOptions& o) {
     const ScheduleBuilder builder = BuilderOf(o);
     try {
-        return builder.Build();
+        return builder.BuildEvenIfNeverFiring();
     } catch (const std::invalid_argument& refused) {
-        // What is left to refuse here is a schedule that could never fire.
         throw UsageError(refused.what());
     }
 }

@@ -142,6 +142,11 @@ class ZELVOR_DATATYPE_API ScheduleBuilder {
     // memory runs out.
     TimeSeriesPtr Build() const;
 
+    // As Build(), except that a schedule WhyNeverFires reports is built rather than
+    // refused: its enumerators simply find no point. For a caller that says so in its
+    // own way (the zelvor tool lists "no points" for it); every other refusal stays.
+    TimeSeriesPtr BuildEvenIfNeverFiring() const;
+
   private:
     struct Slot {
         RECURRENCE recurrence = RECURRENCE_NONE;

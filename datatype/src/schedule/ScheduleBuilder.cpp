@@ -313,6 +313,14 @@ ScheduleBuilder& ScheduleBuilder::AllDay() {
 }
 
 TimeSeriesPtr ScheduleBuilder::Build() const {
+    TimeSeriesPtr schedule = BuildEvenIfNeverFiring();
+    if (std::optional<std::string> why = WhyNeverFires(*schedule)) {
+        Refuse("the schedule could never fire: " + *why);
+    }
+    return schedule;
+}
+
+TimeSeriesPtr ScheduleBuilder::BuildEvenIfNeverFiring() const {
     auto slot = [this](ScheduleField field) { return mFields[static_cast<int>(field)]; };
     const bool dayGiven = slot(ScheduleField::Day).recurrence != RECURRENCE_NONE;
     if (dayGiven &&
@@ -351,9 +359,6 @@ TimeSeriesPtr ScheduleBuilder::Build() const {
             fields[static_cast<int>(field)] = {RECURRENCE_EVERY, 1};
         }
         schedule = create(fields);
-    }
-    if (std::optional<std::string> why = WhyNeverFires(*schedule)) {
-        Refuse("the schedule could never fire: " + *why);
     }
     return schedule;
 }
