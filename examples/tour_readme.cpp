@@ -7,7 +7,11 @@
 #include <cstdlib>
 #include <ctime>
 #include <memory>
+#include <optional>
+#include <ranges>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
 #include <ZelvorInterop/Interop.h>
@@ -91,6 +95,52 @@ void Schedules() {
     // [/readme]
     Check(found == 5, "found");
     Check(std::string(runs[0].ToString().c_str()) == "2024-03-11 13:00:00.000", "runs[0]");
+}
+
+void NamedSchedules() {
+    using namespace std::chrono;
+    // [readme]
+    // Monday to Friday at 09:30.
+    TimeSeriesPtr standup = ScheduleBuilder().Weekdays(Monday, Friday).Hour(9).Minute(30).Build();
+    // Every 15 minutes all day: hour Every(1) and minute Every(15) in the record. Without
+    // AllDay() the unset hour is never walked, and only 00:00 to 00:45 would fire.
+    TimeSeriesPtr quarterHours = ScheduleBuilder().Minute(Every(15)).AllDay().Build();
+    // Refused, with the reason: std::invalid_argument "the schedule could never fire:
+    // day 31 never falls in April, which has 30 days". WhyNeverFires says it of any
+    // schedule, in constant time.
+    std::optional<std::string> why = WhyNeverFires(*standup);  // nothing: it fires
+    // [/readme]
+    Check(!why, "why");
+    DateTime first(0.0);
+    Check(standup->GetNextNTimePoints(DateTime(2024, 3, 8, 15), 1, &first) == 1 &&
+              first == DateTime(2024, 3, 11, 13, 30),
+          "standup");
+    std::vector<DateTime> day(97, DateTime(0.0));
+    Check(quarterHours->GetNextNTimePoints(DateTime(2024, 3, 5, 5), 97, day.data()) == 97 &&
+              day[96] == DateTime(2024, 3, 6, 5),
+          "quarterHours");
+    try {
+        ScheduleBuilder().Month(4).Day(31).Build();
+        Check(false, "31 April refused");
+    } catch (const std::invalid_argument& refused) {
+        Check(std::string(refused.what()) ==
+                  "the schedule could never fire: day 31 never falls in April, which has 30 days",
+              "31 April refused");
+    }
+
+    // [readme]
+    // The points one at a time, in constant memory: the same as one big call.
+    std::vector<DateTime> firstThree;
+    const DateTime friday(2024, 3, 8, 15);                  // UTC
+    for (const DateTime& utc : Points(*standup, friday)) {  // or | std::views::take(3)
+        firstThree.push_back(utc);  // 13:30 UTC on Monday 2024-03-11, Tuesday, Wednesday
+        if (firstThree.size() == 3) {
+            break;  // nothing past the third is computed
+        }
+    }
+    // Points(s, start, from) for a series, Points(s, start, UpTo{end}) for a range.
+    // [/readme]
+    Check(firstThree.size() == 3 && firstThree[2] == DateTime(2024, 3, 13, 13, 30), "firstThree");
 }
 
 void Variants() {
@@ -181,6 +231,7 @@ void ReadmeTour() {
     ExactDecimals();
     RelativeTimes();
     Schedules();
+    NamedSchedules();
     Variants();
     OwningPointers();
     ChronoBridges();

@@ -69,7 +69,7 @@ TEST(CliInterop, ExplainShowsTheOtherFormsOrWhyNot) {
         {"--rrule 'FREQ=DAILY;INTERVAL=3;BYHOUR=10;BYMINUTE=0;BYSECOND=0'",
          "cron:     can't say it: day: every 3"},
         {"--hour every:5", "rrule:    can't say it: hour: every 5 does not divide 24"},
-        {"--month 2 --day 30 --hour 9", "never fires from 2023-12-31 23:00:00.000 UTC"},
+        {"--month 2 --day 30 --hour 9", "never fires: "},
         {"--json --cron '0 9 * * 1'",
          "\"rrule\":{\"text\":\"FREQ=WEEKLY;BYSECOND=0;BYMINUTE=0;"
          "BYHOUR=9;BYDAY=MO\"},\"cron\":{\"text\":\"0 9 * * 1\"}"},

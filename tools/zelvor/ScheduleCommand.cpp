@@ -1,12 +1,17 @@
 // zelvor schedule next|series|range: a schedule defined field by field, and its points.
 
 #include <cctype>
+#include <chrono>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <regex>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include <ZelvorDataType/ScheduleBuilder.h>
+#include <ZelvorDataType/SchedulePoints.h>
 #include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorInterop/Interop.h>
 #include <CLI/CLI.hpp>
@@ -16,8 +21,13 @@
 namespace zelvor {
 
 using ZelvorDataType::DateTime;
+using ZelvorDataType::Every;
 using ZelvorDataType::RECURRENCE;
+using ZelvorDataType::ScheduleBuilder;
+using ZelvorDataType::ScheduleField;
+using ZelvorDataType::ScheduleFieldLimits;
 using ZelvorDataType::TimeSeries;
+using ZelvorDataType::TimeSeriesPtr;
 
 namespace {
 
@@ -34,52 +44,56 @@ struct ScheduleOptions {
     unsigned int count = 5;
 };
 
-// How one field may be set: a fixed value in [fixedLow, fixedHigh] (0 excluded when
-// `zeroRefused`), or every N with N in [1, everyHigh].
-struct FieldRule {
+// The options of the fields that take a value or every:N. What each accepts lives in
+// the library (LimitsOf); the option only names it.
+struct FieldOption {
     const char* option;
-    const char* name;
-    int fixedLow, fixedHigh;
-    bool zeroRefused;
-    int everyHigh;
+    ScheduleField field;
+    std::string ScheduleOptions::*text;
 };
-constexpr FieldRule kYear{"--year", "year", 1, 65535, false, 100};
-constexpr FieldRule kMonth{"--month", "month", 1, 12, false, 120};
-constexpr FieldRule kDay{"--day", "day", 1, 31, false, 3660};
-// A week is a seven-day block of the month, 1 the days 1-7; negative counts from the
-// month's end. Block 0 would match no day at all.
-constexpr FieldRule kWeek{"--week", "week", -5, 5, true, 520};
-// Intervals of the time fields stay inside the field's range: a step that wraps the
-// whole range is not a schedule anybody means.
-constexpr FieldRule kHour{"--hour", "hour", 0, 23, false, 23};
-constexpr FieldRule kMinute{"--minute", "minute", 0, 59, false, 59};
-constexpr FieldRule kSecond{"--second", "second", 0, 59, false, 59};
-constexpr FieldRule kMillisecond{"--millisecond", "millisecond", 0, 999, false, 999};
-
-struct Field {
-    RECURRENCE recurrence = ZelvorDataType::RECURRENCE_NONE;
-    int value = 0;
+const FieldOption kFieldOptions[] = {
+    {"--year", ScheduleField::Year, &ScheduleOptions::year},
+    {"--month", ScheduleField::Month, &ScheduleOptions::month},
+    {"--day", ScheduleField::Day, &ScheduleOptions::day},
+    {"--week", ScheduleField::Week, &ScheduleOptions::week},
+    {"--hour", ScheduleField::Hour, &ScheduleOptions::hour},
+    {"--minute", ScheduleField::Minute, &ScheduleOptions::minute},
+    {"--second", ScheduleField::Second, &ScheduleOptions::second},
+    {"--millisecond", ScheduleField::Millisecond, &ScheduleOptions::millisecond},
 };
 
-Field ParseField(const FieldRule& rule, const std::string& text) {
-    Field field;
-    if (text.empty()) {
-        return field;
+const char* OptionOf(ScheduleField field) {
+    for (const FieldOption& known : kFieldOptions) {
+        if (known.field == field) {
+            return known.option;
+        }
     }
+    return "";
+}
+
+// Sets one field from "N" or "every:N"; nothing for an empty text. The numbers are read
+// within the field's limits, so the messages quote the text as typed.
+void ParseField(const FieldOption& option, const std::string& text, ScheduleBuilder& builder) {
+    if (text.empty()) {
+        return;
+    }
+    const ScheduleFieldLimits limits = LimitsOf(option.field);
     static const std::string every = "every:";
     if (text.compare(0, every.size(), every) == 0) {
-        field.recurrence = ZelvorDataType::RECURRENCE_EVERY;
-        field.value = static_cast<int>(ParseInteger(std::string(rule.option) + " every",
-                                                    text.substr(every.size()), 1, rule.everyHigh));
-        return field;
+        builder.Set(
+            option.field,
+            Every(static_cast<int>(ParseInteger(std::string(option.option) + " every",
+                                                text.substr(every.size()), 1, limits.everyHigh))));
+        return;
     }
-    field.recurrence = ZelvorDataType::RECURRENCE_FIXED;
-    field.value = static_cast<int>(ParseInteger(rule.option, text, rule.fixedLow, rule.fixedHigh));
-    if (rule.zeroRefused && field.value == 0) {
-        throw UsageError(std::string(rule.option) + ": 0 matches no day (1 to 5 count from the " +
-                         "month's start, -1 to -5 from its end)");
+    const int value =
+        static_cast<int>(ParseInteger(option.option, text, limits.fixedLow, limits.fixedHigh));
+    try {
+        builder.Set(option.field, value);
+    } catch (const std::invalid_argument& refused) {
+        // The builder names the field; its option is the name with two dashes.
+        throw UsageError(std::string("--") + refused.what());
     }
-    return field;
 }
 
 // "mon,wed,fri", "mon-fri", "sat-sun" (a range may wrap past Saturday): the bit mask,
@@ -142,7 +156,34 @@ Window ParseWindow(const std::string& text) {
     return window;
 }
 
-using SeriesPtr = ZelvorDataType::TimeSeriesPtr;
+// The builder of the options as typed. Combinations are refused here in the options'
+// own words, before the builder would refuse them in the fields'.
+ScheduleBuilder BuilderOf(const ScheduleOptions& o) {
+    ScheduleBuilder builder;
+    for (const FieldOption& option : kFieldOptions) {
+        ParseField(option, o.*option.text, builder);
+    }
+    if (!o.weekdays.empty()) {
+        builder.WeekdayMask(ParseWeekdays(o.weekdays));
+    }
+    const Window window = ParseWindow(o.window);
+    if (!o.day.empty() && (!o.week.empty() || !o.weekdays.empty())) {
+        throw UsageError("--week and --weekdays choose days only when --day is not given");
+    }
+    if (!o.window.empty() &&
+        !(o.hour.empty() && o.minute.empty() && o.second.empty() && o.millisecond.empty())) {
+        throw UsageError(
+            "--window replaces --hour, --minute, --second and --millisecond; give one or the "
+            "other");
+    }
+    if (!o.window.empty()) {
+        using std::chrono::hours;
+        using std::chrono::minutes;
+        builder.Window(hours(window.hourStart) + minutes(window.minuteStart),
+                       hours(window.hourEnd) + minutes(window.minuteEnd), minutes(window.step));
+    }
+    return builder;
+}
 
 bool HasNamedFields(const ScheduleOptions& o) {
     for (const std::string* field : {&o.year, &o.month, &o.day, &o.week, &o.weekdays, &o.hour,
@@ -156,7 +197,7 @@ bool HasNamedFields(const ScheduleOptions& o) {
 
 // The schedule of --rrule or --cron, whose series begins at `start` (UTC): a rule takes
 // what it leaves out, and its interval's phase, from that start.
-SeriesPtr TranslateSchedule(const ScheduleOptions& o, const DateTime& start) {
+TimeSeriesPtr TranslateSchedule(const ScheduleOptions& o, const DateTime& start) {
     if (!o.rrule.empty() && !o.cron.empty()) {
         throw UsageError("--rrule and --cron are two ways to give one schedule; give one");
     }
@@ -173,40 +214,42 @@ SeriesPtr TranslateSchedule(const ScheduleOptions& o, const DateTime& start) {
     }
 }
 
-SeriesPtr BuildSchedule(const ScheduleOptions& o, const DateTime& start) {
+// A schedule that can never fire is built all the same: its listing says "no points".
+// `start` (UTC) is a rule's DTSTART.
+TimeSeriesPtr BuildSchedule(const ScheduleOptions& o, const DateTime& start) {
     if (!o.rrule.empty() || !o.cron.empty()) {
         return TranslateSchedule(o, start);
     }
-    const Field year = ParseField(kYear, o.year);
-    const Field month = ParseField(kMonth, o.month);
-    const Field day = ParseField(kDay, o.day);
-    const Field week = ParseField(kWeek, o.week);
-    const Field hour = ParseField(kHour, o.hour);
-    const Field minute = ParseField(kMinute, o.minute);
-    const Field second = ParseField(kSecond, o.second);
-    const Field millisecond = ParseField(kMillisecond, o.millisecond);
-    Field weekdays;
-    if (!o.weekdays.empty()) {
-        weekdays = {ZelvorDataType::RECURRENCE_FIXED, ParseWeekdays(o.weekdays)};
+    const ScheduleBuilder builder = BuilderOf(o);
+    try {
+        return builder.BuildEvenIfNeverFiring();
+    } catch (const std::invalid_argument& refused) {
+        throw UsageError(refused.what());
     }
-    const Window window = ParseWindow(o.window);
+}
 
-    // Combinations the library would accept and then quietly ignore a part of.
-    if (!o.day.empty() && (!o.week.empty() || !o.weekdays.empty())) {
-        throw UsageError("--week and --weekdays choose days only when --day is not given");
+// The note under the schedule line when an unset clock field above a stepped one keeps
+// it to a fraction of the day, with the options that walk the whole day.
+std::optional<std::string> UnwalkedNote(const TimeSeries& s) {
+    const std::optional<ZelvorDataType::UnwalkedFields> found = FindUnwalkedFields(s);
+    if (!found || found->unset.empty()) {
+        return std::nullopt;
     }
-    if (!o.window.empty() &&
-        !(o.hour.empty() && o.minute.empty() && o.second.empty() && o.millisecond.empty())) {
-        throw UsageError(
-            "--window replaces --hour, --minute, --second and --millisecond; give one or the "
-            "other");
+    std::string names;
+    std::string options;
+    for (std::size_t n = 0; n < found->unset.size(); ++n) {
+        names += std::string(n == 0                         ? ""
+                             : n + 1 == found->unset.size() ? " and "
+                                                            : ", ") +
+                 LimitsOf(found->unset[n]).name;
+        options += std::string(n == 0 ? "" : " ") + OptionOf(found->unset[n]) + " every:1";
     }
-    return SeriesPtr(ZelvorDataType::CreateTimeSeries(
-        year.recurrence, year.value, month.recurrence, month.value, day.recurrence, day.value,
-        week.recurrence, week.value, weekdays.recurrence, weekdays.value, hour.recurrence,
-        hour.value, minute.recurrence, minute.value, second.recurrence, second.value,
-        millisecond.recurrence, millisecond.value, window.hourStart, window.minuteStart,
-        window.hourEnd, window.minuteEnd, window.step));
+    const bool one = found->unset.size() == 1;
+    return names + (one ? " is unset and stays 0" : " are unset and stay 0") +
+           " (an unset field is not walked), so " + LimitsOf(found->stepped).name + " every " +
+           std::to_string(found->interval) + " fires only while " +
+           (one ? names + " is" : std::string("they are")) + " 0; add " + options + " to walk " +
+           (one ? "every " + names : std::string("them all"));
 }
 
 // ---- Describing the schedule as the library stored it --------------------------------
@@ -333,6 +376,21 @@ std::string DescribeText(const TimeSeries& s) {
     return text.empty() ? "every day at midnight (no field set)" : text;
 }
 
+// ---- Running ---------------------------------------------------------------------------
+
+// The n-th point (n from 1) of `points`, walked in constant memory; nothing when the
+// schedule has fewer.
+std::optional<DateTime> NthPoint(ZelvorDataType::SchedulePoints points, unsigned int n) {
+    auto it = points.begin();
+    for (unsigned int seen = 1; seen < n && it != points.end(); ++seen) {
+        ++it;
+    }
+    if (it == points.end()) {
+        return std::nullopt;
+    }
+    return *it;
+}
+
 // A time option read as UTC: "now", a time ending in Z, or local wall-clock time of the
 // call's zone.
 DateTime UtcInput(const char* option, const std::string& text) {
@@ -362,11 +420,17 @@ Form Translated(Translate translate) {
 
 int Explain(const Context& context, const ScheduleOptions& o) {
     const DateTime start = UtcInput("--start", o.start);
-    const SeriesPtr s = BuildSchedule(o, start);
+    const TimeSeriesPtr s = BuildSchedule(o, start);
     const Form rrule = Translated([&] { return ZelvorInterop::ToRecurrenceRule(*s, start); });
     const Form cron = Translated([&] { return ZelvorInterop::ToCron(*s); });
     DateTime first(0.0);
     const bool fires = s->GetNextNTimePoints(start, 1, &first) == 1;
+    // Why it never fires, in the library's words when it knows; else the walk found none.
+    std::optional<std::string> never = ZelvorDataType::WhyNeverFires(*s, start);
+    if (!fires && !never) {
+        never =
+            "no matching day and time within the schedule's search from " + Text(start) + " UTC";
+    }
     if (context.json) {
         const auto formJson = [](const Form& f) {
             return f.refused.empty() ? Object().Add("text", f.text)
@@ -382,6 +446,7 @@ int Explain(const Context& context, const ScheduleOptions& o) {
                        .Add("cron", formJson(cron))
                        .Add("start", Text(start));
         out.Add("first", fires ? Json(Text(first)) : Json());
+        out.Add("never_fires", never ? Json(*never) : Json());
         Print(out.Dump());
         return 0;
     }
@@ -398,10 +463,8 @@ int Explain(const Context& context, const ScheduleOptions& o) {
     if (o.cron.empty()) {
         show("cron:     ", cron);
     }
-    Print(fires ? "first:    " + Text(first) + " UTC, " + Text(first.ToLocalTime()) + " local"
-                : "never fires from " + Text(start) +
-                      " UTC: no matching day and time within "
-                      "the schedule's search");
+    Print(never ? "never fires: " + *never
+                : "first:    " + Text(first) + " UTC, " + Text(first.ToLocalTime()) + " local");
     return 0;
 }
 
@@ -415,6 +478,9 @@ void Report(const Context& context, const char* mode, const TimeSeries& schedule
                        .Add("command", std::string("schedule ") + mode)
                        .Add("zone", context.ZoneLabel())
                        .Add("schedule", DescribeJson(schedule));
+        if (const std::optional<std::string> note = UnwalkedNote(schedule)) {
+            out.Add("note", *note);
+        }
         for (const auto& [name, value] : bounds) {
             out.Add(name, Text(value));
         }
@@ -432,6 +498,9 @@ void Report(const Context& context, const char* mode, const TimeSeries& schedule
         return;
     }
     Print("schedule: " + DescribeText(schedule));
+    if (const std::optional<std::string> note = UnwalkedNote(schedule)) {
+        Print("note: " + *note);
+    }
     for (const auto& [name, value] : bounds) {
         Print(std::string(name) + ": " + Text(value) + " UTC, " + Text(value.ToLocalTime()) +
               " local");
@@ -499,7 +568,7 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
     commands.push_back({nextApp, [options = nextOptions](const Context& context) {
                             const ScheduleOptions& next = *options;
                             const DateTime start = UtcInput("--start", next.start);
-                            const SeriesPtr s = BuildSchedule(next, start);
+                            const TimeSeriesPtr s = BuildSchedule(next, start);
                             std::vector<DateTime> points(next.count, DateTime(0.0));
                             const unsigned int n =
                                 s->GetNextNTimePoints(start, next.count, points.data());
@@ -520,14 +589,14 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
         {seriesApp, [options = seriesOptions](const Context& context) {
              const ScheduleOptions& series = *options;
              const DateTime start = UtcInput("--start", series.start);
-             const SeriesPtr s = BuildSchedule(series, start);
+             const TimeSeriesPtr s = BuildSchedule(series, start);
              const DateTime from = UtcInput("--from", series.from);
              // The walk visits every point from --start to --from; refuse
              // one that would run for ever before it stores anything.
              if (from > start) {
-                 std::vector<DateTime> walk(kMaxSeriesWalk, DateTime(0.0));
-                 if (s->GetNextNTimePoints(start, kMaxSeriesWalk, walk.data()) == kMaxSeriesWalk &&
-                     walk.back() < from) {
+                 const std::optional<DateTime> last =
+                     NthPoint(ZelvorDataType::Points(*s, start), kMaxSeriesWalk);
+                 if (last && *last < from) {
                      throw UsageError("--from: more than " + std::to_string(kMaxSeriesWalk) +
                                       " points lie between --start and --from");
                  }
@@ -561,7 +630,7 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
         {rangeApp, [options = rangeOptions](const Context& context) {
              const ScheduleOptions& range = *options;
              const DateTime start = UtcInput("--start", range.start);
-             const SeriesPtr s = BuildSchedule(range, start);
+             const TimeSeriesPtr s = BuildSchedule(range, start);
              const DateTime end = UtcInput("--end", range.end);
              if (end < start) {
                  throw UsageError("--end: " + Text(end) + " UTC lies before --start " +
@@ -575,10 +644,9 @@ void AddScheduleCommands(CLI::App& parent, std::vector<Command>& commands) {
              firstDay.PutMinute(0);
              firstDay.PutSecond(0);
              firstDay.PutMillisecond(0);
-             std::vector<DateTime> probe(kMaxPoints + 1, DateTime(0.0));
-             if (s->GetNextNTimePoints(firstDay.ToUTCTime(), kMaxPoints + 1, probe.data()) ==
-                     kMaxPoints + 1 &&
-                 !(end < probe.back())) {
+             const std::optional<DateTime> beyond =
+                 NthPoint(ZelvorDataType::Points(*s, firstDay.ToUTCTime()), kMaxPoints + 1);
+             if (beyond && !(end < *beyond)) {
                  throw UsageError("--end: more than " + std::to_string(kMaxPoints) +
                                   " points lie in the range; narrow it");
              }

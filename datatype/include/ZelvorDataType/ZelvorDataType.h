@@ -13,6 +13,8 @@
 #include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/Export.h>
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
+#include <ZelvorDataType/ScheduleBuilder.h>
+#include <ZelvorDataType/SchedulePoints.h>
 #include <ZelvorDataType/StringCollection.h>
 #include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorDataType/TimeSeriesImpl.h>

@@ -12,7 +12,7 @@ namespace {
 
 using internal::WallTime;
 
-class PointArray {
+class PointArray final : public internal::PointStore {
   public:
     // `capacity` entries to start with, for a walk over the local times `from` to `to`
     // (milliseconds of the wall clock).
@@ -22,9 +22,10 @@ class PointArray {
           mTo(to),
           mFirstAt(from) {}
 
-    // Appends the point of local time `at`, growing the array when it is full; false
+    // Appends the point of local time `local`, growing the array when it is full; false
     // once the count would leave 32 bits, which the result can't report.
-    bool Push(const DateTime& point, long long at) {
+    bool Put(const DateTime& point, const WallTime& local) override {
+        const long long at = local.TotalMilliseconds();
         if (mSize == 0) {
             mFirstAt = at;
         }
@@ -71,22 +72,6 @@ class PointArray {
     long long mFirstAt;  // local time of the first point
 };
 
-// Stores each point in UTC up to the end of the range.
-class RangePoints final : public internal::PointSink {
-  public:
-    RangePoints(const WallTime& localEnd, PointArray& array) : mEnd(localEnd), mArray(array) {}
-
-    bool Reaches(const WallTime& first) const override { return !(first > mEnd); }
-    bool Offer(WallTime& current) override {
-        return !(current > mEnd) &&
-               mArray.Push(internal::ToUTC(current), current.TotalMilliseconds()) && current < mEnd;
-    }
-
-  private:
-    WallTime mEnd;
-    PointArray& mArray;
-};
-
 }  // namespace
 
 unsigned int TimeSeriesImpl::GetAllTimePoints(const DateTime& start, const DateTime& end,
@@ -103,7 +88,7 @@ unsigned int TimeSeriesImpl::GetAllTimePoints(const DateTime& start, const DateT
                      walkStart.TotalMilliseconds(), walkEnd.TotalMilliseconds());
     // The first day is listed whole, also its times before the start. With no first
     // point in the range there is no array to hand over.
-    RangePoints sink(walkEnd, array);
+    internal::RangePoints sink(walkEnd, array);
     return internal::Walk(rules, walkStart, internal::FirstPoint::FirstOfDay, sink)
                ? array.Deliver(points)
                : 0;

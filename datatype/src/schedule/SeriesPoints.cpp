@@ -5,34 +5,6 @@
 
 namespace ZelvorDataType {
 
-namespace {
-
-using internal::WallTime;
-
-// Stores in UTC each point not before the lower bound, until `count` are stored.
-class Gate final : public internal::PointSink {
-  public:
-    Gate(const WallTime& localFrom, unsigned int count, DateTime* points)
-        : mFrom(localFrom), mCount(count), mPoints(points) {}
-
-    bool Reaches(const WallTime&) const override { return true; }
-    bool Offer(WallTime& current) override {
-        if (!(current < mFrom)) {
-            mPoints[mWritten++] = internal::ToUTC(current);
-        }
-        return mWritten != mCount;
-    }
-    unsigned int Written() const { return mWritten; }
-
-  private:
-    WallTime mFrom;
-    unsigned int mCount;
-    DateTime* mPoints;
-    unsigned int mWritten = 0;
-};
-
-}  // namespace
-
 unsigned int TimeSeriesImpl::GetNextNTimePoints(const DateTime& start, const DateTime& from,
                                                 unsigned int count, DateTime* points) const {
     if (count == 0) {
@@ -42,10 +14,11 @@ unsigned int TimeSeriesImpl::GetNextNTimePoints(const DateTime& start, const Dat
         throw ZelvorBase::ExceptionImpl<TimeSeriesException>(L"Invalid parameter");
     }
     const internal::ScheduleRules rules(*this);
-    Gate gate(internal::FromDateTime(from.ToLocalTime()), count, points);
+    internal::ArrayStore store(points, count);
+    internal::GatedPoints gate(internal::FromDateTime(from.ToLocalTime()), store);
     internal::Walk(rules, internal::FromDateTime(start.ToLocalTime()),
                    internal::FirstPoint::SeriesPhase, gate);
-    return gate.Written();
+    return store.Written();
 }
 
 }  // namespace ZelvorDataType

@@ -26,31 +26,31 @@ bool ToStart(const ScheduleRules& rules, const WallTime& localStart, WallTime& c
     return more;
 }
 
-bool WalkWindow(const ScheduleRules& rules, const WallTime& localStart, PointSink& sink) {
-    WallTime current = localStart;
+bool BeginWindow(const ScheduleRules& rules, const WallTime& localStart, PointSink& sink,
+                 WalkPosition& at, bool& more) {
+    WallTime& current = at.current;
+    current = localStart;
     if (rules.WindowStepMinutes() == 0 || !rules.FirstDay(current)) {
         return false;
     }
-    WallTime close = current;
-    rules.OpenDay(current, close);
+    rules.OpenDay(current, at.close);
     if (!sink.Reaches(current)) {
         return false;
     }
     while (current < localStart) {
-        if (!rules.Step(current, close)) {
+        if (!rules.Step(current, at.close)) {
+            more = false;
             return true;
         }
     }
-    if (sink.Offer(current)) {
-        while (rules.Step(current, close) && sink.Offer(current)) {
-        }
-    }
+    more = sink.Offer(current);
     return true;
 }
 
-bool WalkPattern(const ScheduleRules& rules, const WallTime& localStart, FirstPoint first,
-                 PointSink& sink) {
-    WallTime current = localStart;
+bool BeginPattern(const ScheduleRules& rules, const WallTime& localStart, FirstPoint first,
+                  PointSink& sink, WalkPosition& at, bool& more) {
+    WallTime& current = at.current;
+    current = localStart;
     if (!rules.FirstDay(current)) {
         return false;
     }
@@ -79,21 +79,40 @@ bool WalkPattern(const ScheduleRules& rules, const WallTime& localStart, FirstPo
     if (!sink.Reaches(current)) {
         return false;
     }
-    if (offerFirst && !sink.Offer(current)) {
-        return true;
-    }
-    const bool anchored = first == FirstPoint::SeriesPhase;
-    while (rules.NextPoint(current, anchored) && sink.Offer(current)) {
-    }
+    at.anchored = first == FirstPoint::SeriesPhase;
+    more = !offerFirst || sink.Offer(current);
     return true;
 }
 
 }  // namespace
 
+bool BeginWalk(const ScheduleRules& rules, const WallTime& localStart, FirstPoint first,
+               PointSink& sink, WalkPosition& at, bool& more) {
+    return rules.WindowSet() ? BeginWindow(rules, localStart, sink, at, more)
+                             : BeginPattern(rules, localStart, first, sink, at, more);
+}
+
+bool ContinueWalk(const ScheduleRules& rules, WalkPosition& at, PointSink& sink) {
+    const bool window = rules.WindowSet();
+    while (window ? rules.Step(at.current, at.close) : rules.NextPoint(at.current, at.anchored)) {
+        if (!sink.Offer(at.current)) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool Walk(const ScheduleRules& rules, const WallTime& localStart, FirstPoint first,
           PointSink& sink) {
-    return rules.WindowSet() ? WalkWindow(rules, localStart, sink)
-                             : WalkPattern(rules, localStart, first, sink);
+    WalkPosition at;
+    bool more = false;
+    if (!BeginWalk(rules, localStart, first, sink, at, more)) {
+        return false;
+    }
+    if (more) {
+        ContinueWalk(rules, at, sink);
+    }
+    return true;
 }
 
 }  // namespace ZelvorDataType::internal
