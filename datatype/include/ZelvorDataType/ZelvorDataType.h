@@ -14,6 +14,7 @@
 #include <ZelvorDataType/Export.h>
 #include <ZelvorDataType/ReferenceCountedObjectCollection.h>
 #include <ZelvorDataType/StringCollection.h>
+#include <ZelvorDataType/Text.h>
 #include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorDataType/TimeSeriesImpl.h>
 #include <ZelvorDataType/TimeSpan.h>
