@@ -47,14 +47,16 @@ void ExpectConsistent(Tally& tally, const T& a, const T& b) {
     }
 }
 
-// An integer near a place where the numeric readings part ways, with its sign.
+// An integer near a place where the numeric readings part ways, with its sign: on or
+// next to a multiple of half the distance between floats there, where float and double
+// roundings split.
 long long NearEdge(std::mt19937_64& random) {
     static const int edges[] = {0, 8, 24, 31, 32, 53, 62};
     const int edge = edges[random() % std::size(edges)];
     const long long base = edge == 0 ? 0 : static_cast<long long>(1ULL << edge);
-    const long long offset = static_cast<long long>(random() % 601) - 300;
-    const long long value =
-        base + offset * (edge > 40 ? static_cast<long long>(random() % 4096) : 1);
+    const long long step = edge > 24 ? 1LL << (edge - 24) : 1;
+    const long long value = base + (static_cast<long long>(random() % 601) - 300) * step +
+                            static_cast<long long>(random() % 5) - 2;
     return random() % 2 == 0 ? value : -value;
 }
 
