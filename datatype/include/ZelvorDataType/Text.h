@@ -6,6 +6,7 @@
 // text; the others get the forms described here. Each returns a new string owned by the
 // caller and reads the value only.
 
+#include <array>
 #include <string>
 
 #include <ZelvorDataType/Export.h>
@@ -20,6 +21,20 @@ inline constexpr const char* kWeekdayNames[7] = {"Sunday",   "Monday", "Tuesday"
 inline constexpr const char* kMonthNames[12] = {"January",   "February", "March",    "April",
                                                 "May",       "June",     "July",     "August",
                                                 "September", "October",  "November", "December"};
+// The DynamicTime kinds 0 to 14 by name, and its flags with their bits, as the text of
+// a rule writes them (and the zelvor tool reads them).
+inline constexpr std::array<const char*, 15> kKindNames = {
+    "latest",         "earliest",      "now",         "today",         "this-week",
+    "this-month",     "this-year",     "this-sunday", "this-monday",   "this-tuesday",
+    "this-wednesday", "this-thursday", "this-friday", "this-saturday", "this-quarter"};
+struct FlagName {
+    const char* name;
+    int bit;  // the DYNAMIC_TIME flag
+};
+inline constexpr std::array<FlagName, 4> kFlagNames = {{{"fixed-date", 0x20},
+                                                        {"relative-hour", 0x40},
+                                                        {"relative-minute", 0x80},
+                                                        {"business-day", 0x100}}};
 }  // namespace text_detail
 
 class BigDecimal;

@@ -18,19 +18,12 @@ namespace ZelvorDataType {
 
 namespace {
 
-constexpr std::array<const char*, 15> kKindNames = {
-    "latest",         "earliest",      "now",         "today",         "this-week",
-    "this-month",     "this-year",     "this-sunday", "this-monday",   "this-tuesday",
-    "this-wednesday", "this-thursday", "this-friday", "this-saturday", "this-quarter"};
-
-struct Flag {
-    const char* name;
-    int bit;
-};
-constexpr std::array<Flag, 4> kFlags = {{{"fixed-date", DYNAMIC_TIME_FIXED_DATE},
-                                         {"relative-hour", DYNAMIC_TIME_RELATIVE_HOUR},
-                                         {"relative-minute", DYNAMIC_TIME_RELATIVE_MINUTE},
-                                         {"business-day", DYNAMIC_TIME_BUSINESS_DAY}}};
+using text_detail::kFlagNames;
+using text_detail::kKindNames;
+static_assert(kFlagNames[0].bit == DYNAMIC_TIME_FIXED_DATE &&
+              kFlagNames[1].bit == DYNAMIC_TIME_RELATIVE_HOUR &&
+              kFlagNames[2].bit == DYNAMIC_TIME_RELATIVE_MINUTE &&
+              kFlagNames[3].bit == DYNAMIC_TIME_BUSINESS_DAY);
 constexpr int kFlagBits = 0x1E0;
 
 void Append(std::string& parts, const std::string& part) {
@@ -74,7 +67,7 @@ std::string ToText(const DynamicTime& rule) {
     std::string text = static_cast<unsigned>(kind) < kKindNames.size()
                            ? kKindNames[static_cast<std::size_t>(kind)]
                            : "kind " + std::to_string(kind);
-    for (const Flag& flag : kFlags) {
+    for (const auto& flag : kFlagNames) {
         if ((value & flag.bit) != 0) {
             text += " + " + std::string(flag.name);
         }
