@@ -90,10 +90,9 @@ TEST(Hash, ConsistentWithEquality) {
         const std::string digits = std::to_string(random() % 100000);
         const int scale = static_cast<int>(random() % 4);
         const std::string sign = random() % 2 == 0 ? "-" : "";
-        const std::string plain = sign + "00" + digits + "." + std::string(scale, '0') + "0";
-        const std::string exponent = sign + digits + "e" + std::to_string(-(n % 3));
-        const std::string shifted =
-            sign + digits + std::string(n % 3, '0') + "e-" + std::to_string(n % 3);
+        const std::string plain = fmt::format("{}00{}.{:0<{}}", sign, digits, "", scale + 1);
+        const std::string exponent = fmt::format("{}{}e{}", sign, digits, -(n % 3));
+        const std::string shifted = fmt::format("{}{}{:0<{}}e-{}", sign, digits, "", n % 3, n % 3);
         ZelvorBase::Buffer arena;
         ExpectConsistent(tally, BigDecimal(plain.c_str()), BigDecimal(shifted.c_str(), &arena));
         ExpectConsistent(tally, BigDecimal(exponent.c_str()), BigDecimal(shifted.c_str()));
