@@ -118,6 +118,12 @@ struct Calendar {
     }
 };
 
+// A value in use holds a month 1 to 12; one that a refused LoadObj left half written may
+// not, and prints "???" rather than read past the names.
+inline const char* MonthName(int month) {
+    return month >= 1 && month <= 12 ? text_detail::kMonthNames[month - 1] : "???";
+}
+
 inline void AppendSeconds(std::string& out, const Calendar& c, int precision) {
     AppendNumber(out, "%02lld", c.second);
     if (precision > 0) {
@@ -182,10 +188,10 @@ inline std::string Expand(const DateTime& value, std::string_view pattern, int p
                 break;
             case 'b':
             case 'h':
-                out.append(text_detail::kMonthNames[c.month - 1], 3);
+                out.append(MonthName(c.month), 3);
                 break;
             case 'B':
-                out += text_detail::kMonthNames[c.month - 1];
+                out += MonthName(c.month);
                 break;
             case 'u':
                 AppendNumber(out, "%lld", c.weekday == 0 ? 7 : c.weekday);
