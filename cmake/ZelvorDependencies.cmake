@@ -5,6 +5,7 @@
 #
 # What this leaves behind for the rest of the build:
 #   ICU::uc, ICU::i18n          always
+#   fmt::fmt                    always, for Zelvor::Format (the library never links it)
 #   CLI11::CLI11                with ZELVOR_BUILD_TOOLS
 #   GTest::gtest, GTest::gmock  with ZELVOR_BUILD_TESTS, and with them ODBC::ODBC
 #                               and ZELVOR_SQLITE_ODBC_DRIVER, the driver's path
@@ -29,6 +30,9 @@ endmacro()
 
 find_package(ICU 70 QUIET COMPONENTS uc i18n)
 zelvor_need(ICU_FOUND "ICU 70 or newer, uc and i18n" libicu-dev)
+
+find_package(fmt 9 CONFIG QUIET)
+zelvor_need(fmt_FOUND "fmt 9 or newer, for Zelvor::Format" libfmt-dev)
 
 if(ZELVOR_BUILD_TOOLS)
     find_package(CLI11 CONFIG QUIET)

@@ -11,6 +11,7 @@
 
 #include <ZelvorDataType/ScheduleBuilder.h>
 #include <ZelvorDataType/SchedulePoints.h>
+#include <ZelvorDataType/Text.h>
 #include <ZelvorDataType/TimeSeries.h>
 #include <CLI/CLI.hpp>
 
@@ -228,16 +229,6 @@ Json FieldJson(RECURRENCE recurrence, int value) {
     return Json();
 }
 
-std::string FieldText(const char* name, RECURRENCE recurrence, int value) {
-    if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
-        return std::string(name) + " every " + std::to_string(value);
-    }
-    if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
-        return std::string(name) + " " + std::to_string(value);
-    }
-    return {};
-}
-
 std::vector<std::string> MaskDays(int mask) {
     std::vector<std::string> days;
     for (int day = 0; day < 7; ++day) {
@@ -285,36 +276,6 @@ Json DescribeJson(const TimeSeries& s) {
         .Add("second", FieldJson(s.GetSecondRecurrence(), s.GetSecond()))
         .Add("millisecond", FieldJson(s.GetMillisecondRecurrence(), s.GetMillisecond()))
         .Add("window", window);
-}
-
-std::string DescribeText(const TimeSeries& s) {
-    std::vector<std::string> parts = {FieldText("year", s.GetYearRecurrence(), s.GetYear()),
-                                      FieldText("month", s.GetMonthRecurrence(), s.GetMonth()),
-                                      FieldText("day", s.GetDayRecurrence(), s.GetDay()),
-                                      FieldText("week", s.GetWeekRecurrence(), s.GetWeek())};
-    if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
-        std::string days;
-        for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
-            days += (days.empty() ? "" : ",") + day;
-        }
-        parts.push_back("on " + (days.empty() ? std::string("no day") : days));
-    }
-    parts.push_back(FieldText("hour", s.GetHourRecurrence(), s.GetHour()));
-    parts.push_back(FieldText("minute", s.GetMinuteRecurrence(), s.GetMinute()));
-    parts.push_back(FieldText("second", s.GetSecondRecurrence(), s.GetSecond()));
-    parts.push_back(FieldText("millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond()));
-    if (HasWindow(s)) {
-        parts.push_back("window " + Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
-                        Clock(s.GetHourEnd(), s.GetMinuteEnd()) + " every " +
-                        std::to_string(s.GetExecutingEveryMinutes()) + " min");
-    }
-    std::string text;
-    for (const std::string& part : parts) {
-        if (!part.empty()) {
-            text += (text.empty() ? "" : ", ") + part;
-        }
-    }
-    return text.empty() ? "every day at midnight (no field set)" : text;
 }
 
 // ---- Running ---------------------------------------------------------------------------
@@ -369,7 +330,7 @@ void Report(const Context& context, const char* mode, const TimeSeries& schedule
         Print(out.Dump());
         return;
     }
-    Print("schedule: " + DescribeText(schedule));
+    Print("schedule: " + ZelvorDataType::DescribeSchedule(schedule));
     if (const std::optional<std::string> note = UnwalkedNote(schedule)) {
         Print("note: " + *note);
     }
