@@ -33,10 +33,16 @@ class FixedArena : public ZelvorBase::Buffer {
                                                   std::pmr::null_memory_resource()};
 };
 
-TEST(HeapUse, ZelvorTimeInABufferNeverUsesTheHeap) {
-    if (!ZELVOR_CAN_REPLACE_NEW) {
-        GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
+class HeapUse : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (!ZELVOR_CAN_REPLACE_NEW) {
+            GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
+        }
     }
+};
+
+TEST_F(HeapUse, ZelvorTimeInABufferNeverUsesTheHeap) {
     const ZelvorTest::ZoneScope zone("Europe/Berlin");
     ZelvorTime rule;
     rule.PutDynamicTime(DYNAMIC_TIME_THIS_MONTH);
@@ -68,10 +74,7 @@ TEST(HeapUse, ZelvorTimeInABufferNeverUsesTheHeap) {
 }
 
 // Results of up to 255 digits are worked out without a heap work area.
-TEST(HeapUse, BigIntWorkAreaOnlyFrom256Digits) {
-    if (!ZELVOR_CAN_REPLACE_NEW) {
-        GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
-    }
+TEST_F(HeapUse, BigIntWorkAreaOnlyFrom256Digits) {
     struct Case {
         int op, lengthA, lengthB;
         long long heapBlocks;  // the result itself lives in the arena
@@ -91,10 +94,7 @@ TEST(HeapUse, BigIntWorkAreaOnlyFrom256Digits) {
 }
 
 // The owning pointers give back every block they hold, and a null one is fine.
-TEST(HeapUse, OwningPointersFreeWhatTheyHold) {
-    if (!ZELVOR_CAN_REPLACE_NEW) {
-        GTEST_SKIP() << "allocations can't be counted under ThreadSanitizer";
-    }
+TEST_F(HeapUse, OwningPointersFreeWhatTheyHold) {
     const long long before = ZelvorTest::LiveHeapBlocks();
     {
         const TimeSeriesPtr daily = MakeTimeSeries(
