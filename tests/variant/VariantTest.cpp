@@ -53,11 +53,12 @@ Variant Time(const DateTime& value) {
     return Date(value, true);
 }
 
-const unsigned char kFive[] = {1, 2, 3, 4, 5};
 const CellFmtData kCell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
 
-std::unique_ptr<ZelvorDataType::Binary> Block() {
-    return std::unique_ptr<ZelvorDataType::Binary>(ZelvorDataType::CreateBinary(kFive, 5));
+// A heap block of `bytes`.
+std::unique_ptr<ZelvorDataType::Binary> Block(const std::string& bytes) {
+    return std::unique_ptr<ZelvorDataType::Binary>(
+        ZelvorDataType::CreateBinary(bytes.data(), bytes.size()));
 }
 
 TEST(VariantLifecycle, EmptyAndNullStates) {
@@ -88,7 +89,7 @@ TEST(VariantLifecycle, EmptyAndNullStates) {
 }
 
 TEST(VariantLifecycle, ContractHearsExactByteCountsForTextsAndBlocks) {
-    const auto block = Block();
+    const auto block = Block("\x01\x02\x03\x04\x05");
     const struct {
         const char* name;
         std::function<void(Variant&)> assign;
@@ -132,7 +133,7 @@ TEST(VariantLifecycle, ContractHearsExactByteCountsForTextsAndBlocks) {
 }
 
 TEST(VariantLifecycle, RefusalThrowsAndLeavesEmpty) {
-    const auto block = Block();
+    const auto block = Block("\x01\x02\x03\x04\x05");
     const std::function<void(Variant&)> assignments[] = {
         [](Variant& v) { v = L"abc"; },
         [](Variant& v) { v = "abc"; },
@@ -158,7 +159,7 @@ TEST(VariantLifecycle, RefusalThrowsAndLeavesEmpty) {
 TEST(VariantLifecycle, ArenaHoldsEverythingAndCopiesUseTheTargetsOwn) {
     RefusingBuffer arena;
     Variant inArena(&arena);
-    const auto block = Block();
+    const auto block = Block("\x01\x02\x03\x04\x05");
     for (const auto& assign : std::vector<std::function<void()>>{
              [&] { inArena = L"text"; }, [&] { inArena = DateTime(2024, 1, 2); },
              [&] { inArena = BigDecimal("1.5"); }, [&] { inArena = block.get(); },
@@ -223,14 +224,11 @@ TEST(VariantLifecycle, SwapAndTakeValue) {
     EXPECT_EQ(static_cast<int>(narrow), 0);
 }
 
-const unsigned char kBytes12[] = {1, 2};
-const unsigned char kBytes13[] = {1, 3};
-
 // One sample of every tag, with the pairs that the rules tell apart: the int -1 and the
 // unsigned 4294967295, a float and a double 0.1, dates and times that agree in one half.
 std::vector<Variant> Samples() {
-    std::unique_ptr<ZelvorDataType::Binary> b12(ZelvorDataType::CreateBinary(kBytes12, 2));
-    std::unique_ptr<ZelvorDataType::Binary> b13(ZelvorDataType::CreateBinary(kBytes13, 2));
+    const auto b12 = Block("\x01\x02");
+    const auto b13 = Block("\x01\x03");
     const DateTime morning(2024, 3, 5, 10);
     return {
         Variant(),                                          //  0 empty
@@ -330,8 +328,8 @@ TEST(VariantCompare, NumericWideningAndPlainOperands) {
     EXPECT_FALSE(Variant(static_cast<short>(-1)) == Variant(65535U));
 
     const DateTime noon(2024, 3, 5, 12);
-    std::unique_ptr<ZelvorDataType::Binary> block(ZelvorDataType::CreateBinary(kBytes12, 2));
-    const CellFmtData cell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
+    const auto block = Block("\x01\x02");
+    const CellFmtData& cell = kCell;
     EXPECT_TRUE(Variant(-1) == 4294967295U);
     EXPECT_FALSE(Variant(0.1F) == 0.1);
     EXPECT_TRUE(Variant("gr\xC3\xBC\xC3\x9F") == L"gr\u00FC\u00DF");
@@ -358,8 +356,7 @@ TEST(VariantCompare, InvalidBigDecimalThrowsItsOwnError) {
 constexpr long long kMax64 = std::numeric_limits<long long>::max();
 
 TEST(VariantConvert, NumericCastsNeverFail) {
-    const unsigned char bytes[] = {7};
-    std::unique_ptr<ZelvorDataType::Binary> block(ZelvorDataType::CreateBinary(bytes, 1));
+    const auto block = Block("\x07");
     const struct {
         const char* name;
         Variant value;
@@ -411,9 +408,8 @@ TEST(VariantConvert, NumericCastsNeverFail) {
 
 TEST(VariantConvert, StrictCastsCheckTheTag) {
     const DateTime stored(2024, 3, 5, 7, 8, 9, 12);
-    const CellFmtData cell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
-    const unsigned char bytes[] = {7};
-    std::unique_ptr<ZelvorDataType::Binary> block(ZelvorDataType::CreateBinary(bytes, 1));
+    const CellFmtData& cell = kCell;
+    const auto block = Block("\x07");
     const Variant values[] = {
         Variant(),    Variant(5),   Variant(block.get()),        Variant(stored),
         Date(stored), Time(stored), Variant(BigDecimal("1.50")), Variant(cell)};
@@ -464,8 +460,7 @@ void CheckArrayForms(const Variant& v, const std::wstring& wide, const std::stri
 }
 
 TEST(VariantText, EveryFormByTag) {
-    const unsigned char bytes[] = {'a', 'b'};
-    std::unique_ptr<ZelvorDataType::Binary> block(ZelvorDataType::CreateBinary(bytes, 2));
+    const auto block = Block("ab");
     const DateTime when(2024, 3, 5, 7, 8, 9, 12);
     const char* whenText = "2024-03-05 07:08:09.012";
     const struct {
@@ -494,8 +489,7 @@ TEST(VariantText, EveryFormByTag) {
         {"date", Date(when), L"2024-03-05 07:08:09.012", whenText, "3/5/2024", false},
         {"time", Time(when), L"2024-03-05 07:08:09.012", whenText, "3/5/2024", false},
         {"decimal", Variant(BigDecimal("1.50")), L"1.50", "1.50", "1.50", false},
-        {"cell", Variant(CellFmtData(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL)),
-         L"2.500000", "", "", true},
+        {"cell", Variant(kCell), L"2.500000", "", "", true},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(std::wstring(c.value.ToWString().c_str()), c.wide) << c.name;
@@ -547,8 +541,7 @@ TEST(VariantText, FloatingTextsUseTheNumericLocale) {
     const std::string plain = Variant(1.5).ToString().c_str();
     const std::wstring wide = Variant(1.5).ToWString().c_str();
     const std::string general = Variant(1.5).ToStringVBBehavior().c_str();
-    const std::wstring cell =
-        Variant(CellFmtData(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL)).ToWString().c_str();
+    const std::wstring cell = Variant(kCell).ToWString().c_str();
     std::setlocale(LC_NUMERIC, "C");
     EXPECT_EQ(plain, "1,500000000000000") << found;
     EXPECT_EQ(wide, L"1,500000000000000") << found;
