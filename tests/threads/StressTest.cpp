@@ -26,13 +26,6 @@ using ScheduleTest::FIXED;
 using ScheduleTest::S;
 using ZelvorTest::Text;
 
-class Threads : public testing::Test {
-  protected:
-    // The zone is set once, before any thread starts: changing it while other threads
-    // convert is a race by the nature of the process-wide zone.
-    static void SetUpTestSuite() { ZelvorTest::PinZone("America/New_York"); }
-};
-
 // Reference dates around the daylight-saving changes, year ends and outside the
 // platform's years.
 const DateTime kReferences[] = {
@@ -120,7 +113,10 @@ std::vector<Job> Jobs(const std::vector<const TimeSeries*>& schedules) {
     return jobs;
 }
 
-TEST_F(Threads, SharedSchedulesAndConversionsAgreeWithOneThread) {
+TEST(Threads, SharedSchedulesAndConversionsAgreeWithOneThread) {
+    // The zone is set once, before any thread starts: changing it while other threads
+    // convert is a race by the nature of the process-wide zone.
+    ZelvorTest::PinZone("America/New_York");
     const auto weekdays = S().Dow(62).At(9, 30).Make();
     const auto lastDays = S().Day(FIXED, -1).At(0, 30).Hour(EVERY, 5).Make();
     const auto window =
