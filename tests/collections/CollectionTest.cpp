@@ -227,14 +227,11 @@ TEST(ReferenceCountedObjectCollection, EntriesHoldOneReferenceEach) {
     EXPECT_EQ(object->releases, 1);
     list->Insert(object, nullptr);
     list->Insert(nullptr, &destroyed);
-    for (int i = 0; i < 8; ++i) {  // growth moves references without changing counts
-        list->Insert(nullptr, nullptr);
-    }
     EXPECT_EQ(object->count, 3);
     EXPECT_EQ(list->GetRawValue(0), &value);
     EXPECT_FALSE(list->GetObject(2));
     EXPECT_EQ(list->GetRawValue(2), &destroyed);
-    EXPECT_THROW(list->GetRawValue(11), ZelvorBase::ExceptionImpl<ZelvorBase::Message>);
+    EXPECT_THROW(list->GetRawValue(3), ZelvorBase::ExceptionImpl<ZelvorBase::Message>);
     object->Release();  // the list alone keeps it alive now
     {
         const ZelvorBase::SmartPtrI<ZelvorBase::ReferenceCounted> held = list->GetObject(0);
