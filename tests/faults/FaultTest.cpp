@@ -45,40 +45,33 @@ ZelvorBase::Buffer* Twin(Probe& p, ZelvorBase::Buffer& plain) {
 TEST(DecimalFaults, ParsingAndCopiesBuildWholeValuesOrNone) {
     const std::string texts[] = {"12.50", "-0.00", "1.5e-3", "+7E2", "007.50", "x1", kLong};
     for (const std::string& text : texts) {
-        Drive("parse " + text, [&](Probe& p) {
+        Drive("parse and copy " + text, [&](Probe& p) {
             ZelvorBase::Buffer plain;
             const BigDecimal reference(text.c_str(), Twin(p, plain));
             const std::wstring wide(text.begin(), text.end());
             std::optional<BigDecimal> narrowValue;
             std::optional<BigDecimal> wideValue;
+            BigDecimal target(p.Arena());
+            std::optional<BigDecimal> copy;
             if (p.Attempt([&] {
                     narrowValue.emplace(text.c_str(), p.Arena());
                     wideValue.emplace(wide.c_str(), p.Arena());
+                    target = reference;
+                    copy.emplace(reference, p.Arena());
                 })) {
                 EXPECT_EQ(Text(*narrowValue), Text(reference));
                 EXPECT_EQ(Text(*wideValue), Text(reference));
+                EXPECT_EQ(Text(target), Text(reference));
+                EXPECT_EQ(Text(*copy), Text(reference));
+            } else {
+                EXPECT_TRUE(copy == std::nullopt);
+                EXPECT_TRUE(target.IsEmpty() || Text(target) == Text(reference));
             }
         });
         Drive("parse into " + text, [&](Probe& p) {
             BigDecimal value(p.Arena());
             if (!p.Attempt([&] { value._StrToBigDecimal(text.c_str()); })) {
                 EXPECT_TRUE(value.IsInvalid());  // never a half-built number
-            }
-        });
-        Drive("copy of " + text, [&](Probe& p) {
-            ZelvorBase::Buffer plain;
-            const BigDecimal source(text.c_str(), Twin(p, plain));
-            BigDecimal target(p.Arena());
-            std::optional<BigDecimal> copy;
-            if (p.Attempt([&] {
-                    target = source;
-                    copy.emplace(source, p.Arena());
-                })) {
-                EXPECT_EQ(Text(target), Text(source));
-                EXPECT_EQ(Text(*copy), Text(source));
-            } else {
-                EXPECT_TRUE(copy == std::nullopt);
-                EXPECT_TRUE(target.IsEmpty() || Text(target) == Text(source));
             }
         });
     }
