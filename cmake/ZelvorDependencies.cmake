@@ -5,7 +5,9 @@
 #
 # What this leaves behind for the rest of the build:
 #   ICU::uc, ICU::i18n          always
-#   zelvor::libical, fmt::fmt   always, private to the interop component (Zelvor::Interop)
+#   fmt::fmt                    always, for Zelvor::Format and Zelvor::Interop (the
+#                               library never links it)
+#   zelvor::libical            always, private to Zelvor::Interop
 #   ZELVOR_PYTHON_CRONITER      a python with croniter, the cron oracle of the interop
 #                               tests, or empty (those cases then skip)
 #   CLI11::CLI11                with ZELVOR_BUILD_TOOLS
@@ -33,6 +35,9 @@ endmacro()
 find_package(ICU 70 QUIET COMPONENTS uc i18n)
 zelvor_need(ICU_FOUND "ICU 70 or newer, uc and i18n" libicu-dev)
 
+find_package(fmt 9 CONFIG QUIET)
+zelvor_need(fmt_FOUND "fmt 9 or newer, for Zelvor::Format and Zelvor::Interop" libfmt-dev)
+
 # The interop component reads and writes recurrence rules with libical.
 find_package(PkgConfig QUIET)
 if(PkgConfig_FOUND)
@@ -41,10 +46,8 @@ endif()
 if(ZELVOR_LIBICAL_FOUND)
     add_library(zelvor::libical ALIAS PkgConfig::ZELVOR_LIBICAL)
 else()
-    zelvor_need(FALSE "libical, for the interop component" libical-dev)
+    zelvor_need(FALSE "libical, for Zelvor::Interop" libical-dev)
 endif()
-find_package(fmt 9 CONFIG QUIET)
-zelvor_need(fmt_FOUND "fmt 9" libfmt-dev)
 
 if(ZELVOR_BUILD_TESTS)
     # Optional: Debian's python with croniter checks the cron translation; the pyenv or

@@ -20,6 +20,13 @@ if(TARGET zelvor)
     install(TARGETS zelvor RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
+# The formatters go in an export set of their own, which the package loads only where
+# fmt is found, so that the rest of the package never asks for fmt.
+install(TARGETS ZelvorFormat EXPORT ZelvorFormatTargets)
+install(EXPORT ZelvorFormatTargets
+    NAMESPACE Zelvor::
+    DESTINATION ${ZELVOR_CMAKE_DIR})
+
 install(DIRECTORY base/include/ZelvorBase
                   serialization/include/ZelvorSerialization
                   datatype/include/ZelvorDataType

@@ -9,10 +9,14 @@
 #include <memory>
 #include <optional>
 #include <ranges>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
+#include <ZelvorDataType/Format.h>
 #include <ZelvorDataType/ZelvorDataType.h>
 #include <ZelvorInterop/Interop.h>
 
@@ -217,6 +221,45 @@ void ChronoBridges() {
     Check(shift.GetTotalMilliseconds() == 28800000, "shift");
 }
 
+void Printing() {
+    // [readme]
+    const DateTime meeting(2024, 3, 8, 16, 30, 5, 250);
+    std::ostringstream os;
+    os << meeting << " | " << BigDecimal("19.99") << " | " << TimeSpan(0, 26, 0, 0, 0);
+    // os.str() is "2024-03-08 16:30:05.250 | 19.99 | 1d 02:00:00.000"
+    std::string line = fmt::format("{:>8}|{:*^11}", BigDecimal("-1.50"), Variant(42));
+    // "   -1.50|****42*****"
+    std::string when = fmt::format("{:%a %d %b %Y, %H:%M}", meeting);    // "Fri 08 Mar 2024, 16:30"
+    std::string exact = fmt::format("{:%T}|{:.0%T}", meeting, meeting);  // "16:30:05.250|16:30:05"
+    std::string year = fmt::format("{:%F}", DateTime(40000, 1, 1));      // "40000-01-01"
+    std::string plan = DescribeSchedule(*MakeTimeSeries(
+        RECURRENCE_NONE, 0, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0,
+        RECURRENCE_FIXED, 0x3E, RECURRENCE_FIXED, 9, RECURRENCE_NONE, 0, RECURRENCE_NONE, 0,
+        RECURRENCE_NONE, 0, -1, -1, -1, -1, -1));  // "on Mon,Tue,Wed,Thu,Fri, hour 9"
+    // [/readme]
+    Check(os.str() == "2024-03-08 16:30:05.250 | 19.99 | 1d 02:00:00.000", "os");
+    Check(line == "   -1.50|****42*****", "line");
+    Check(when == "Fri 08 Mar 2024, 16:30", "when");
+    Check(exact == "16:30:05.250|16:30:05", "exact");
+    Check(year == "40000-01-01", "year");
+    Check(plan == "on Mon,Tue,Wed,Thu,Fri, hour 9", "plan");
+}
+
+void Hashing() {
+    // [readme]
+    std::unordered_set<BigDecimal> prices{BigDecimal("1.5"), BigDecimal("1.50"), BigDecimal("2")};
+    // 2 entries: 1.5 and 1.50 are equal, so they hash alike
+    std::unordered_map<Variant, std::string> names;
+    names[Variant(2)] = "two";
+    const std::string& same = names[Variant(2.0)];  // "two": int 2 equals double 2.0
+    std::unordered_set<DateTime> days{DateTime(2024, 3, 8), DateTime(2024, 3, 8, 0, 0, 0, 0, 60)};
+    // 1 entry: the zone words take no part in == nor in the hash
+    // [/readme]
+    Check(prices.size() == 2, "prices");
+    Check(same == "two" && names.size() == 1, "same");
+    Check(days.size() == 1, "days");
+}
+
 }  // namespace
 
 void ReadmeTour() {
@@ -235,6 +278,8 @@ void ReadmeTour() {
     Variants();
     OwningPointers();
     ChronoBridges();
+    Printing();
+    Hashing();
     RulesAndCron();
     zone != nullptr ? setenv("TZ", previousZone.c_str(), 1) : unsetenv("TZ");
     tzset();

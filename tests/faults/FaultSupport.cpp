@@ -25,49 +25,52 @@ testing::Environment* const gTotal = testing::AddGlobalTestEnvironment(new Total
 
 }  // namespace
 
-Probe::Armed::Armed(Probe& probe) : mProbe(probe) {
-    switch (probe.mFault) {
+Probe::Probe(Fault fault, size_t n) : mFault(fault), mN(n) {
+    // Room for the contract's records up front, so that it never allocates while a heap
+    // fault is armed.
+    constexpr size_t kRoom = 4096;
+    mContract.requests.reserve(kRoom);
+    mContract.counts.reserve(kRoom);
+    mContract.taken.reserve(kRoom);
+}
+
+void Probe::Arm() {
+    switch (mFault) {
         case Fault::Heap:
-            ArmHeapFault(probe.mN);
+            ZelvorTest::ArmHeapFault(mN);
             break;
         case Fault::Arena:
-            mRefuseFrom = probe.mArena.Calls() + probe.mN;
-            probe.mArena.RefuseFrom(mRefuseFrom);
+            mRefuseFrom = mArena.Calls() + mN;
+            mArena.RefuseFrom(mRefuseFrom);
             break;
         case Fault::Contract:
-            probe.mContract.Arm(probe.mN);
+            mContract.Arm(mN);
             break;
         case Fault::None:
             break;
     }
 }
 
-bool Probe::Armed::Disarm() {
-    if (!mArmed) {
-        return false;
-    }
-    mArmed = false;
-    switch (mProbe.mFault) {
+bool Probe::Disarm() {
+    switch (mFault) {
         case Fault::Heap:
-            return DisarmHeapFault();
-        case Fault::Arena: {
-            const bool fired = mProbe.mArena.Calls() >= mRefuseFrom;
-            mProbe.mArena.RefuseFrom(0);
-            return fired;
-        }
+            return ZelvorTest::DisarmHeapFault();
+        case Fault::Arena:
+            mArena.RefuseFrom(0);
+            return mArena.Calls() >= mRefuseFrom;
         case Fault::Contract:
-            return mProbe.mContract.Disarm();
+            return mContract.Disarm();
         case Fault::None:
             return false;
     }
     return false;
 }
 
-bool Probe::Armed::Failed(bool expected) {
+bool Probe::Failed(bool expected) {
     const bool fired = Disarm();
-    mProbe.mFired = fired || mProbe.mFired;
-    EXPECT_TRUE(fired && expected) << "threw under " << kNames[static_cast<int>(mProbe.mFault)]
-                                   << " fault " << mProbe.mN << " without meeting it";
+    mFired = fired || mFired;
+    EXPECT_TRUE(fired && expected) << "threw under " << kNames[static_cast<int>(mFault)]
+                                   << " fault " << mN << " without meeting it";
     return false;
 }
 
@@ -83,7 +86,7 @@ void Drive(const std::string& name, const std::function<void(Probe&)>& body) {
         for (size_t n = 1; n <= kMostPoints; ++n) {
             SCOPED_TRACE(name + " under " + kNames[static_cast<int>(fault)] + " fault " +
                          std::to_string(n));
-            const long long before = LiveHeapBlocks();
+            const long long before = ZelvorTest::LiveHeapBlocks();
             bool fired = false;
             {
                 Probe probe(fault, n);
@@ -92,7 +95,7 @@ void Drive(const std::string& name, const std::function<void(Probe&)>& body) {
                 EXPECT_EQ(probe.ContractReferences(), 0);
             }
             if (warm) {
-                EXPECT_EQ(LiveHeapBlocks(), before) << "heap blocks left behind";
+                EXPECT_EQ(ZelvorTest::LiveHeapBlocks(), before) << "heap blocks left behind";
             }
             warm = true;
             if (!fired || testing::Test::HasFailure()) {

@@ -78,7 +78,8 @@ class RefusingBuffer : public ZelvorBase::Buffer {
 };
 
 // A memory contract that records every request and every amount taken, and refuses
-// the N-th request (1-based) with `code` when `refuseAt` is set; 0 never refuses.
+// the N-th request (1-based) with `code` when `refuseAt` is set; 0 never refuses. Arm
+// moves that to the n-th request from now on; Disarm ends it and says whether it came.
 // Lives on the stack: AddRef and Release only count.
 class CountingContract : public ZelvorBase::MemoryContract {
   public:
@@ -95,6 +96,12 @@ class CountingContract : public ZelvorBase::MemoryContract {
         return 0;
     }
     void MemoryTaken(size_t bytes) override { taken.push_back(bytes); }
+    void Arm(size_t n) { mRefuseAt = requests.size() + n; }
+    bool Disarm() {
+        const bool fired = mRefuseAt != 0 && requests.size() >= mRefuseAt;
+        mRefuseAt = 0;
+        return fired;
+    }
     void AddRef() override { ++refs; }
     void Release() override { --refs; }
 

@@ -13,6 +13,7 @@
 
 #include <ZelvorDataType/ZelvorDataType.h>
 
+#include "schedule/ScheduleSupport.h"
 #include "support/TestDoubles.h"
 #include "support/Zone.h"
 
@@ -20,27 +21,10 @@ namespace {
 
 using namespace ZelvorDataType;
 using Job = std::function<std::string()>;
+using ScheduleTest::EVERY;
+using ScheduleTest::FIXED;
+using ScheduleTest::S;
 using ZelvorTest::Text;
-
-std::unique_ptr<TimeSeries, void (*)(TimeSeries*)> Schedule(RECURRENCE dayRecurrence, int day,
-                                                            int dayOfWeek,
-                                                            RECURRENCE hourRecurrence, int hour,
-                                                            int step) {
-    constexpr RECURRENCE F = RECURRENCE_FIXED;
-    constexpr RECURRENCE N = RECURRENCE_NONE;
-    const bool window = step > 0;
-    return {CreateTimeSeries(N, 0, N, 0, dayRecurrence, day, N, 0, dayOfWeek != 0 ? F : N,
-                             dayOfWeek, hourRecurrence, hour, F, 30, F, 0, F, 0, window ? 7 : -1, 0,
-                             window ? 19 : -1, 0, window ? step : -1),
-            [](TimeSeries* s) { s->Delete(); }};
-}
-
-class Threads : public testing::Test {
-  protected:
-    // The zone is set once, before any thread starts: changing it while other threads
-    // convert is a race by the nature of the process-wide zone.
-    static void SetUpTestSuite() { ZelvorTest::PinZone("America/New_York"); }
-};
 
 // Reference dates around the daylight-saving changes, year ends and outside the
 // platform's years.
@@ -129,10 +113,14 @@ std::vector<Job> Jobs(const std::vector<const TimeSeries*>& schedules) {
     return jobs;
 }
 
-TEST_F(Threads, SharedSchedulesAndConversionsAgreeWithOneThread) {
-    const auto weekdays = Schedule(RECURRENCE_NONE, 0, 62, RECURRENCE_FIXED, 9, -1);
-    const auto lastDays = Schedule(RECURRENCE_FIXED, -1, 0, RECURRENCE_EVERY, 5, -1);
-    const auto window = Schedule(RECURRENCE_EVERY, 2, 0, RECURRENCE_NONE, 0, 45);
+TEST(Threads, SharedSchedulesAndConversionsAgreeWithOneThread) {
+    // The zone is set once, before any thread starts: changing it while other threads
+    // convert is a race by the nature of the process-wide zone.
+    ZelvorTest::PinZone("America/New_York");
+    const auto weekdays = S().Dow(62).At(9, 30).Make();
+    const auto lastDays = S().Day(FIXED, -1).At(0, 30).Hour(EVERY, 5).Make();
+    const auto window =
+        S().Day(EVERY, 2).At(0, 30).Hour(RECURRENCE_NONE, 0).Window(7, 0, 19, 0, 45).Make();
     const std::vector<Job> jobs = Jobs({weekdays.get(), lastDays.get(), window.get()});
 
     std::vector<std::string> expected;

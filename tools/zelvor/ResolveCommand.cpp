@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <ZelvorDataType/DynamicTime.h>
+#include <ZelvorDataType/Text.h>
 #include <ZelvorDataType/ZelvorTime.h>
 #include <CLI/CLI.hpp>
 
@@ -22,20 +23,8 @@ using ZelvorDataType::ZelvorTime;
 
 namespace {
 
-constexpr std::array<const char*, 15> kKindNames = {
-    "latest",         "earliest",      "now",         "today",         "this-week",
-    "this-month",     "this-year",     "this-sunday", "this-monday",   "this-tuesday",
-    "this-wednesday", "this-thursday", "this-friday", "this-saturday", "this-quarter"};
-
-struct Flag {
-    const char* name;
-    int bit;
-};
-constexpr std::array<Flag, 4> kFlags = {
-    {{"fixed-date", ZelvorDataType::DYNAMIC_TIME_FIXED_DATE},
-     {"relative-hour", ZelvorDataType::DYNAMIC_TIME_RELATIVE_HOUR},
-     {"relative-minute", ZelvorDataType::DYNAMIC_TIME_RELATIVE_MINUTE},
-     {"business-day", ZelvorDataType::DYNAMIC_TIME_BUSINESS_DAY}}};
+using ZelvorDataType::text_detail::kKindNames;
+constexpr const auto& kFlags = ZelvorDataType::text_detail::kFlagNames;
 
 struct ResolveOptions {
     std::string kind;
@@ -201,7 +190,7 @@ Json RuleJson(const ZelvorTime& rule, const std::string& kindName) {
     int value = 0;
     rule.GetDynamicTime(value);
     Json flags = Array();
-    for (const Flag& flag : kFlags) {
+    for (const auto& flag : kFlags) {
         if ((value & flag.bit) != 0) {
             flags.Push(flag.name);
         }
@@ -224,49 +213,6 @@ Json RuleJson(const ZelvorTime& rule, const std::string& kindName) {
         .Add("second", rule.GetSeconds(true))
         .Add("day_offset", dayOffset)
         .Add("month_offset", static_cast<int>(monthOffset));
-}
-
-std::string RuleText(const ZelvorTime& rule, const std::string& kindName) {
-    int value = 0;
-    rule.GetDynamicTime(value);
-    std::string text = kindName;
-    for (const Flag& flag : kFlags) {
-        if ((value & flag.bit) != 0) {
-            text += " + " + std::string(flag.name);
-        }
-    }
-    const std::array<std::pair<const char*, int>, 7> fields = {{
-        {"year", rule.GetYear(false, true)},
-        {"month", rule.GetMonth(false, true)},
-        {"week", rule.GetWeek(false, true)},
-        {"day", rule.GetDay(false, true)},
-        {"hour", rule.GetHour(false, true)},
-        {"minute", rule.GetMinutes(false, true)},
-        {"second", rule.GetSeconds(true)},
-    }};
-    std::string parts;
-    for (const auto& [name, field] : fields) {
-        if (field != 0) {
-            parts += (parts.empty() ? "" : ", ") + std::string(name) + " " + std::to_string(field);
-        }
-    }
-    const int weekday = rule.GetDayOfWeek(false, true);
-    if (weekday >= 0) {
-        parts += (parts.empty() ? "" : ", ") + std::string("weekday ") + WeekdayShort(weekday);
-    }
-    int dayOffset = 0;
-    short monthOffset = 0;
-    rule.GetDynamicDayOffset(dayOffset);
-    rule.GetDynamicMonthOffset(monthOffset);
-    if (dayOffset != 0) {
-        parts +=
-            (parts.empty() ? "" : ", ") + std::string("day offset ") + std::to_string(dayOffset);
-    }
-    if (monthOffset != 0) {
-        parts += (parts.empty() ? "" : ", ") + std::string("month offset ") +
-                 std::to_string(monthOffset);
-    }
-    return parts.empty() ? text : text + "; " + parts;
 }
 
 Json MomentJson(const std::optional<DateTime>& utc) {
@@ -324,7 +270,7 @@ int Run(const Context& context, const ResolveOptions& o) {
                   .Dump());
         return 0;
     }
-    Print("rule: " + RuleText(rule, o.kind));
+    Print("rule: " + ZelvorDataType::ToText(rule));
     Print("reference: " + Text(shownReference) + " local" + (reference ? "" : " (now)") +
           ", zone " + context.ZoneLabel());
     Print("resolves to: " +

@@ -12,6 +12,7 @@
 
 #include <ZelvorDataType/ScheduleBuilder.h>
 #include <ZelvorDataType/SchedulePoints.h>
+#include <ZelvorDataType/Text.h>
 #include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorInterop/Interop.h>
 #include <CLI/CLI.hpp>
@@ -264,18 +265,6 @@ Json FieldJson(RECURRENCE recurrence, int value) {
     return Json();
 }
 
-// "hour 9" or "hour every 5"; as an option "--hour 9" or "--hour every:5".
-std::string FieldText(const char* name, RECURRENCE recurrence, int value, bool option = false) {
-    const std::string label = option ? std::string("--") + name : std::string(name);
-    if (recurrence == ZelvorDataType::RECURRENCE_EVERY) {
-        return label + (option ? " every:" : " every ") + std::to_string(value);
-    }
-    if (recurrence == ZelvorDataType::RECURRENCE_FIXED) {
-        return label + " " + std::to_string(value);
-    }
-    return {};
-}
-
 std::vector<std::string> MaskDays(int mask) {
     std::vector<std::string> days;
     for (int day = 0; day < 7; ++day) {
@@ -325,55 +314,43 @@ Json DescribeJson(const TimeSeries& s) {
         .Add("window", window);
 }
 
-// The fields in use, in words ("on Mon, hour 9") or as the options that give them again
-// ("--weekdays mon --hour 9").
-std::string FieldsText(const TimeSeries& s, bool option) {
-    std::vector<std::string> parts = {
-        FieldText("year", s.GetYearRecurrence(), s.GetYear(), option),
-        FieldText("month", s.GetMonthRecurrence(), s.GetMonth(), option),
-        FieldText("day", s.GetDayRecurrence(), s.GetDay(), option),
-        FieldText("week", s.GetWeekRecurrence(), s.GetWeek(), option)};
+// The field options that give the schedule again ("--weekdays mon --hour 9").
+std::string OptionsText(const TimeSeries& s) {
+    const std::pair<const char*, std::pair<RECURRENCE, int>> fields[] = {
+        {"--year", {s.GetYearRecurrence(), s.GetYear()}},
+        {"--month", {s.GetMonthRecurrence(), s.GetMonth()}},
+        {"--day", {s.GetDayRecurrence(), s.GetDay()}},
+        {"--week", {s.GetWeekRecurrence(), s.GetWeek()}},
+        {"--hour", {s.GetHourRecurrence(), s.GetHour()}},
+        {"--minute", {s.GetMinuteRecurrence(), s.GetMinute()}},
+        {"--second", {s.GetSecondRecurrence(), s.GetSecond()}},
+        {"--millisecond", {s.GetMillisecondRecurrence(), s.GetMillisecond()}}};
+    std::string text;
+    // The window replaces the four clock fields, the last four.
+    for (std::size_t n = 0; n < (HasWindow(s) ? 4 : 8); ++n) {
+        const auto& [option, field] = fields[n];
+        if (field.first == ZelvorDataType::RECURRENCE_EVERY ||
+            field.first == ZelvorDataType::RECURRENCE_FIXED) {
+            text += std::string(text.empty() ? "" : " ") + option +
+                    (field.first == ZelvorDataType::RECURRENCE_EVERY ? " every:" : " ") +
+                    std::to_string(field.second);
+        }
+    }
     if (s.GetDayOfWeekRecurrence() == ZelvorDataType::RECURRENCE_FIXED) {
         std::string days;
-        for (const std::string& day : MaskDays(s.GetDayOfWeek())) {
+        for (std::string day : MaskDays(s.GetDayOfWeek())) {
+            day[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(day[0])));
             days += (days.empty() ? "" : ",") + day;
         }
-        if (option) {
-            for (char& c : days) {
-                c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-            }
-        }
-        parts.push_back(option         ? "--weekdays " + days
-                        : days.empty() ? std::string("on no day")
-                                       : "on " + days);
-    }
-    // The window replaces the time fields; the words show both, as stored.
-    if (!option || !HasWindow(s)) {
-        parts.push_back(FieldText("hour", s.GetHourRecurrence(), s.GetHour(), option));
-        parts.push_back(FieldText("minute", s.GetMinuteRecurrence(), s.GetMinute(), option));
-        parts.push_back(FieldText("second", s.GetSecondRecurrence(), s.GetSecond(), option));
-        parts.push_back(
-            FieldText("millisecond", s.GetMillisecondRecurrence(), s.GetMillisecond(), option));
+        text += (text.empty() ? "--weekdays " : " --weekdays ") + days;
     }
     if (HasWindow(s)) {
-        const std::string span = Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
-                                 Clock(s.GetHourEnd(), s.GetMinuteEnd());
-        const std::string step = std::to_string(s.GetExecutingEveryMinutes());
-        parts.push_back(option ? "--window " + span + "/" + step
-                               : "window " + span + " every " + step + " min");
-    }
-    std::string text;
-    for (const std::string& part : parts) {
-        if (!part.empty()) {
-            text += (text.empty() ? "" : option ? " " : ", ") + part;
-        }
+        text += (text.empty() ? "--window " : " --window ") +
+                Clock(s.GetHourStart(), s.GetMinuteStart()) + "-" +
+                Clock(s.GetHourEnd(), s.GetMinuteEnd()) + "/" +
+                std::to_string(s.GetExecutingEveryMinutes());
     }
     return text;
-}
-
-std::string DescribeText(const TimeSeries& s) {
-    const std::string text = FieldsText(s, false);
-    return text.empty() ? "every day at midnight (no field set)" : text;
 }
 
 // ---- Running ---------------------------------------------------------------------------
@@ -440,8 +417,8 @@ int Explain(const Context& context, const ScheduleOptions& o) {
                        .Add("command", std::string("schedule explain"))
                        .Add("zone", context.ZoneLabel())
                        .Add("schedule", DescribeJson(*s))
-                       .Add("words", DescribeText(*s))
-                       .Add("options", FieldsText(*s, true))
+                       .Add("words", ZelvorDataType::DescribeSchedule(*s))
+                       .Add("options", OptionsText(*s))
                        .Add("rrule", formJson(rrule))
                        .Add("cron", formJson(cron))
                        .Add("start", Text(start));
@@ -450,9 +427,9 @@ int Explain(const Context& context, const ScheduleOptions& o) {
         Print(out.Dump());
         return 0;
     }
-    Print("schedule: " + DescribeText(*s));
+    Print("schedule: " + ZelvorDataType::DescribeSchedule(*s));
     if (!o.rrule.empty() || !o.cron.empty()) {
-        Print("options:  " + FieldsText(*s, true));
+        Print("options:  " + OptionsText(*s));
     }
     const auto show = [](const char* name, const Form& f) {
         Print(std::string(name) + (f.refused.empty() ? f.text : "can't say it: " + f.refused));
@@ -497,7 +474,7 @@ void Report(const Context& context, const char* mode, const TimeSeries& schedule
         Print(out.Dump());
         return;
     }
-    Print("schedule: " + DescribeText(schedule));
+    Print("schedule: " + ZelvorDataType::DescribeSchedule(schedule));
     if (const std::optional<std::string> note = UnwalkedNote(schedule)) {
         Print("note: " + *note);
     }

@@ -5,6 +5,9 @@
 #include <ZelvorBase/ReturnString.h>
 #include <ZelvorDataType/BigInt.h>
 #include <ZelvorDataType/Export.h>
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
 
 namespace ZelvorDataType {
 
@@ -217,4 +220,25 @@ ZELVOR_DATATYPE_API void swap(BigDecimal& a, BigDecimal& b) noexcept;
 // The same through pointers; the same pointer twice does nothing.
 ZELVOR_DATATYPE_API void swap(BigDecimal* a, BigDecimal* b) noexcept;
 
+// Writes ToString() ("-1.50"); throws "Invalid BigDecimal" as ToString does.
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const BigDecimal& value);
+// Writes the value the handle holds, or "(none)" for an empty handle.
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const BigDecimalHandle& handle);
+
+// A hash of the value, not of its form: values that operator== finds equal (1.5 and
+// 1.50, 007 and 7) hash alike, and so do two quotients truncated to nothing with the
+// same sign. An empty or invalid value, which equals nothing, hashes to a constant
+// instead of throwing. Throws only what allocation throws. Stable within one run only.
+ZELVOR_DATATYPE_API std::size_t HashValue(const BigDecimal& value);
+
 }  // namespace ZelvorDataType
+
+// std::hash through HashValue above, for the unordered containers.
+namespace std {
+template <>
+struct hash<ZelvorDataType::BigDecimal> {
+    std::size_t operator()(const ZelvorDataType::BigDecimal& value) const {
+        return ZelvorDataType::HashValue(value);
+    }
+};
+}  // namespace std

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <ctime>
+#include <functional>
+#include <iosfwd>
 
 #include <ZelvorBase/ReturnString.h>
 #include <ZelvorDataType/Export.h>
@@ -374,4 +377,21 @@ class ZELVOR_DATATYPE_API DateTime {
 static_assert(sizeof(DateTime) == 22);
 static_assert(sizeof(ODBCDate) == 6 && sizeof(ODBCTime) == 6 && sizeof(ODBCDateTime) == 16);
 
+// Writes ToString(): "2024-03-05 07:08:09.012".
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const DateTime& value);
+
+// A hash of the seven fields that operator== compares (zone words and caches take no
+// part), so equal values hash alike. Stable within one run of a program only.
+ZELVOR_DATATYPE_API std::size_t HashValue(const DateTime& value) noexcept;
+
 }  // namespace ZelvorDataType
+
+// std::hash through HashValue above, for the unordered containers.
+namespace std {
+template <>
+struct hash<ZelvorDataType::DateTime> {
+    std::size_t operator()(const ZelvorDataType::DateTime& value) const noexcept {
+        return ZelvorDataType::HashValue(value);
+    }
+};
+}  // namespace std

@@ -2,6 +2,7 @@
 
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/Export.h>
+#include <iosfwd>
 
 namespace ZelvorDataType {
 
@@ -192,5 +193,9 @@ class ZELVOR_DATATYPE_API DynamicTime {
     int mDayOfWeek;
     short mMonthOffset;
 };
+
+// Writes ToText(rule) of <ZelvorDataType/Text.h>: kind, flags and the fields that are
+// set, "today + relative-hour; hour 9, day offset -1".
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const DynamicTime& rule);
 
 }  // namespace ZelvorDataType

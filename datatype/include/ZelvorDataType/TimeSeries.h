@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <memory>
 #include <utility>
 
@@ -196,6 +197,10 @@ template <class... Parameters>
 TimeSeriesPtr MakeTimeSeries(Parameters&&... parameters) {
     return TimeSeriesPtr(CreateTimeSeries(std::forward<Parameters>(parameters)...));
 }
+
+// Writes DescribeSchedule(schedule) of <ZelvorDataType/Text.h>: "on Mon,Tue,Wed,Thu,Fri,
+// hour 9, minute 0, second 0, millisecond 0".
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const TimeSeries& schedule);
 
 }  // namespace ZelvorDataType
 

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <ZelvorDataType/Export.h>
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
 
 namespace ZelvorDataType {
 
@@ -50,4 +53,21 @@ class ZELVOR_DATATYPE_API TimeSpan {
     long long mMilliseconds;
 };
 
+// Writes ToText(span) of <ZelvorDataType/Text.h>: "[-][<days>d ]hh:mm:ss.fff",
+// "1d 02:00:00.005".
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const TimeSpan& span);
+
+// A hash of the count, so equal spans hash alike. Stable within one run only.
+ZELVOR_DATATYPE_API std::size_t HashValue(const TimeSpan& span) noexcept;
+
 }  // namespace ZelvorDataType
+
+// std::hash through HashValue above, for the unordered containers.
+namespace std {
+template <>
+struct hash<ZelvorDataType::TimeSpan> {
+    std::size_t operator()(const ZelvorDataType::TimeSpan& value) const noexcept {
+        return ZelvorDataType::HashValue(value);
+    }
+};
+}  // namespace std

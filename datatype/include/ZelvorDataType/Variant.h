@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <iosfwd>
 
 #include <ZelvorBase/Buffer.h>
 #include <ZelvorBase/Message.h>
@@ -307,4 +310,30 @@ class ZELVOR_DATATYPE_API Variant {
 // a.swap(b).
 ZELVOR_DATATYPE_API void swap(Variant& a, Variant& b) noexcept;
 
+// Writes ToString(): numbers as the C library prints them, texts in UTF-8, dates as
+// DateTime text, nothing for an empty value. Throws what ToString throws.
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const Variant& value);
+
+// A hash consistent with operator== across tags: whatever compares equal hashes alike.
+// As operator== is not transitive across numeric tags (the int -1 equals the unsigned
+// 4294967295 and the long long -1, which differ from each other), the hash is constant
+// on each chain of equal pairs: integers hash by their nearest float (exactly below
+// 2^24), negative 32-bit values by their unsigned partner, and two regions where the
+// chains run through everything share one value each (most of [2^31, 2^32) with the
+// negatives below -2^24, and magnitudes from 2^53). All three date tags share one
+// value, because a date-time equals both a date and a time. Texts, byte blocks,
+// decimals and cell formats hash by their contents. Throws only what allocation
+// throws. Stable within one run only.
+ZELVOR_DATATYPE_API std::size_t HashValue(const Variant& value);
+
 }  // namespace ZelvorDataType
+
+// std::hash through HashValue above, for the unordered containers.
+namespace std {
+template <>
+struct hash<ZelvorDataType::Variant> {
+    std::size_t operator()(const ZelvorDataType::Variant& value) const {
+        return ZelvorDataType::HashValue(value);
+    }
+};
+}  // namespace std

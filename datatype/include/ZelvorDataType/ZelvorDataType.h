@@ -16,6 +16,7 @@
 #include <ZelvorDataType/ScheduleBuilder.h>
 #include <ZelvorDataType/SchedulePoints.h>
 #include <ZelvorDataType/StringCollection.h>
+#include <ZelvorDataType/Text.h>
 #include <ZelvorDataType/TimeSeries.h>
 #include <ZelvorDataType/TimeSeriesImpl.h>
 #include <ZelvorDataType/TimeSpan.h>

@@ -4,6 +4,9 @@
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/DynamicTime.h>
 #include <ZelvorDataType/Export.h>
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
 
 namespace ZelvorSerialization {
 class WriteDataStream;
@@ -287,4 +290,27 @@ class ZELVOR_DATATYPE_API ZelvorTime {
     void* mValue;
 };
 
+// Writes ToText(value) of <ZelvorDataType/Text.h>: "empty", "2024-03-05 07:08:09.012 UTC",
+// "... local", or the rule of a dynamic value ("today + relative-hour; hour 9").
+ZELVOR_DATATYPE_API std::ostream& operator<<(std::ostream& os, const ZelvorTime& value);
+
+// A hash consistent with operator== among values whose equality does not hang on the
+// clock: empty values hash alike; static values hash by their local wall-clock fields
+// (a UTC value through ToLocalTime), since a UTC value equals a local one in local time;
+// dynamic values hash by kind and flags, as operator== compares them. A dynamic value
+// can equal a static one at one moment and not the next, so that pair is outside what
+// a hash can keep: don't mix the two in one unordered container. The hash of a UTC
+// value depends on the process's zone, which must not change while it is in use.
+ZELVOR_DATATYPE_API std::size_t HashValue(const ZelvorTime& value) noexcept;
+
 }  // namespace ZelvorDataType
+
+// std::hash through HashValue above, for the unordered containers.
+namespace std {
+template <>
+struct hash<ZelvorDataType::ZelvorTime> {
+    std::size_t operator()(const ZelvorDataType::ZelvorTime& value) const noexcept {
+        return ZelvorDataType::HashValue(value);
+    }
+};
+}  // namespace std

@@ -1,6 +1,9 @@
+// The three collections: texts copied in order, byte blocks joined and merged, counted
+// objects held by one reference per entry.
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -149,6 +152,103 @@ TEST(BinaryCollection, MergeMovesOwnershipOrChangesNothing) {
     impl->Insert(mine->GetBinary(0));
     impl->GiveUp();  // deleting it now leaves the block to `mine`
     impl->Delete();
+}
+
+using ZelvorDataType::StringCollection;
+using Entries = std::vector<std::optional<std::wstring>>;  // nullopt: a null entry
+const std::nullopt_t null = std::nullopt;
+
+Entries Texts(const StringCollection& c) {
+    Entries out;
+    for (size_t i = 0; i < c.GetCount(); ++i) {
+        const wchar_t* text = c.GetString(i);
+        out.push_back(text == nullptr ? null : std::optional<std::wstring>(text));
+    }
+    return out;
+}
+
+std::unique_ptr<StringCollection> MakeTexts(const Entries& entries) {
+    std::unique_ptr<StringCollection> c(ZelvorDataType::CreateStringCollection());
+    for (const auto& e : entries) {  // each text is a temporary, gone after the call
+        c->Insert(e ? std::wstring(*e).c_str() : nullptr);
+    }
+    return c;
+}
+
+TEST(StringCollection, InsertsCopiesInOrder) {
+    const struct {
+        Entries mine, theirs;
+        bool self;  // insert the collection into itself instead of `theirs`
+        Entries expected;
+    } cases[] = {
+        {{L"a", null, L"", L"a"}, {}, false, {L"a", null, L"", L"a"}},
+        {{L"x"}, {null, L"b", L""}, false, {L"x", null, L"b", L""}},
+        {{L"a", null}, {}, true, {L"a", null, L"a", null}},
+        {{}, {}, true, {}},
+    };
+    for (const auto& c : cases) {
+        auto mine = MakeTexts(c.mine);
+        const auto theirs = MakeTexts(c.theirs);
+        mine->Insert(c.self ? *mine : *theirs);
+        EXPECT_EQ(Texts(*mine), c.expected);
+        EXPECT_EQ(Texts(*theirs), c.theirs);
+    }
+    auto c = MakeTexts({L"a", null});
+    c->Clear();
+    c->Insert(L"b");
+    EXPECT_EQ(Texts(*c), (Entries{L"b"}));
+    EXPECT_THROW(c->GetString(1), ZelvorBase::ExceptionImpl<ZelvorBase::Message>);
+}
+
+using ZelvorTest::CountedObject;
+
+// Logs its tag at every Release, to show the order of releases.
+class Tagged : public CountedObject {
+  public:
+    Tagged(int tag, std::vector<int>* log) : mTag(tag), mLog(log) {}
+    void Release() override {
+        mLog->push_back(mTag);
+        CountedObject::Release();
+    }
+
+  private:
+    int mTag;
+    std::vector<int>* mLog;
+};
+
+TEST(ReferenceCountedObjectCollection, EntriesHoldOneReferenceEach) {
+    int destroyed = 0;
+    auto* object = new CountedObject(&destroyed);
+    object->AddRef();  // the caller's own reference
+    auto list = ZelvorDataType::CreateReferenceCountedObjectCollection();
+    int value = 0;
+    list->Insert(object, &value);
+    EXPECT_EQ(object->addRefs, 3);  // the caller's, the temporary's, the list's
+    EXPECT_EQ(object->releases, 1);
+    list->Insert(object, nullptr);
+    list->Insert(nullptr, &destroyed);
+    EXPECT_EQ(object->count, 3);
+    EXPECT_EQ(list->GetRawValue(0), &value);
+    EXPECT_FALSE(list->GetObject(2));
+    EXPECT_EQ(list->GetRawValue(2), &destroyed);
+    EXPECT_THROW(list->GetRawValue(3), ZelvorBase::ExceptionImpl<ZelvorBase::Message>);
+    object->Release();  // the list alone keeps it alive now
+    {
+        const ZelvorBase::SmartPtrI<ZelvorBase::ReferenceCounted> held = list->GetObject(0);
+        EXPECT_EQ(object->count, 3);
+        list.reset();
+        EXPECT_EQ(destroyed, 0);  // `held` outlives the list
+    }
+    EXPECT_EQ(destroyed, 1);
+
+    std::vector<int> log;  // releases at destruction go from the last entry to the first
+    list = ZelvorDataType::CreateReferenceCountedObjectCollection();
+    for (int tag = 1; tag <= 3; ++tag) {
+        list->Insert(new Tagged(tag, &log), nullptr);
+    }
+    log.clear();
+    list.reset();
+    EXPECT_EQ(log, (std::vector<int>{3, 2, 1}));
 }
 
 }  // namespace
