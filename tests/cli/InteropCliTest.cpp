@@ -30,6 +30,12 @@ TEST(CliInterop, RuleAndCronGiveTheSchedule) {
         // The window's closing time is its last point: 16:45 is in, 17:00 is not.
         {"schedule range --cron '*/15 9-16 * * 1-5' --start 2024-03-28 --end 2024-03-28T23:59", 0,
          " 32  2024-03-28 15:45:00.000  2024-03-28 16:45:00.000 Thu +01:00\n"},
+        // Berlin skips 02:30 on 2024-03-31: it fires when the clock shows 03:30, as the
+        // offset before the change places it (libical's conversion would say 01:30).
+        {"schedule next --rrule 'FREQ=DAILY;BYHOUR=2;BYMINUTE=30;BYSECOND=0' --start "
+         "2024-03-30T12:00 "
+         "--count 1",
+         0, "  1  2024-03-31 01:30:00.000  2024-03-31 03:30:00.000 Sun +02:00"},
         {"schedule next --rrule 'FREQ=WEEKLY;BYDAY=MO,WE,FR;BYHOUR=9;BYMINUTE=0;BYSECOND=0' "
          "--start 2024-03-28 --count 3",
          0, "  2  2024-04-01 07:00:00.000  2024-04-01 09:00:00.000 Mon +02:00"},

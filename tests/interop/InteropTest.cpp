@@ -287,23 +287,6 @@ for line in sys.stdin:
     EXPECT_GT(tally.cases, 1000);
 }
 
-// ---- A skipped local hour: the library's documented choice ---------------------------
-
-TEST(InteropRules, SkippedLocalTimeIsTakenAtTheOffsetBeforeTheChange) {
-    const ZoneScope pinned("Europe/Berlin");
-    // 2024-03-31 02:30 does not exist in Berlin: it is 03:30 CEST, 01:30 UTC.
-    const DateTime start = DateTime(2024, 3, 30, 12, 0, 0).ToUTCTime();
-    for (const TimeSeriesPtr& s : {FromRecurrenceRule("FREQ=DAILY;BYHOUR=2;BYMINUTE=30;BYSECOND=0"),
-                                   FromCron("30 2 * * *")}) {
-        DateTime points[3] = {DateTime(0.0), DateTime(0.0), DateTime(0.0)};
-        ASSERT_EQ(s->GetNextNTimePoints(start, 3, points), 3u);
-        // The skipped 02:30 fires when the clock shows 03:30 (libical would say 00:30).
-        EXPECT_EQ(Text(points[0]), "2024-03-31 01:30:00.000");
-        EXPECT_EQ(Text(points[1]), "2024-04-01 00:30:00.000");  // 02:30 CEST
-        EXPECT_EQ(Text(points[2]), "2024-04-02 00:30:00.000");
-    }
-}
-
 // ---- Round trips ---------------------------------------------------------------------
 
 TEST(InteropRoundTrip, TextToScheduleAndBack) {
