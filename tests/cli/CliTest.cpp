@@ -9,8 +9,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <iterator>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -50,7 +50,9 @@ Result Zelvor(const std::string& args, const std::string& env = "TZ=UTC0",
         result.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
     std::ifstream err(errPath);
-    result.err.assign(std::istreambuf_iterator<char>(err), {});
+    std::stringstream text;
+    text << err.rdbuf();
+    result.err = text.str();
     unlink(errPath);
     return result;
 }

@@ -3,7 +3,6 @@
 #include <array>
 #include <climits>
 #include <cstdint>
-#include <cstring>
 #include <functional>
 #include <vector>
 
@@ -19,7 +18,8 @@ using namespace ZelvorDataType;
 using ZelvorRelativeTest::Text;
 using ZelvorRelativeTest::Ymd;
 using ZelvorSerialization::MemoryDataStream;
-using Block = std::array<std::uint8_t, 44>;
+// The eleven words of the saved record.
+using Block = std::array<std::int32_t, 11>;
 
 // Tokyo is nine hours east of UTC all year, which keeps expected fields simple.
 class InTokyo : public testing::Test {
@@ -44,12 +44,6 @@ Block Saved(const ZelvorTime& value) {
     Block block{};
     EXPECT_EQ(value.SaveObj(44, block.data()), 0);
     return block;
-}
-
-std::int32_t Word(const Block& block, int offset) {
-    std::int32_t word = 0;
-    std::memcpy(&word, block.data() + offset, 4);
-    return word;
 }
 
 TEST_F(InTokyo, StaticConstructionPicksTheZoneOfTheRecord) {
@@ -279,7 +273,7 @@ TEST_F(InTokyo, SavedRecordLayout) {
     rule.PutDynamicDayOffset(-9);
     const struct {
         const ZelvorTime& value;
-        std::vector<std::int32_t> words;
+        Block words;
     } cases[] = {
         {local, {-100, 2024, 3, 14, 15, 30, 45, 123, 3, 4, 1}},
         {ZelvorTime(), {-101, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}},
@@ -287,21 +281,11 @@ TEST_F(InTokyo, SavedRecordLayout) {
         {rule, {static_cast<std::int32_t>(0xFFFE0105u), 0, 0, 0, 0, 0, 0, -9, 0, -1, 1}},
     };
     for (const auto& c : cases) {
-        const Block saved = Saved(c.value);
-        std::vector<std::int32_t> words;
-        for (int offset = 0; offset < 44; offset += 4) {
-            words.push_back(Word(saved, offset));
-        }
-        EXPECT_EQ(words, c.words);
+        EXPECT_EQ(Saved(c.value), c.words);
     }
 }
 
 TEST_F(InTokyo, LoadingTakesTheFormOfTheRecord) {
-    auto record = [](std::vector<std::int32_t> words) {
-        Block block{};
-        std::memcpy(block.data(), words.data(), 4 * words.size());
-        return block;
-    };
     const struct {
         const char* name;
         Block block;
@@ -309,11 +293,11 @@ TEST_F(InTokyo, LoadingTakesTheFormOfTheRecord) {
         Ymd raw;  // static results only
     } cases[] = {
         // clang-format off
-        {"clamped", record({-100, 2024, 2, 30, 99, 0, 0, 0, 0, 0, 1}), TIME_MODE_LOCAL, {2024, 2, 29, 23}},
-        {"mode word 2 is utc", record({-100, 2024, 1, 1, 0, 0, 0, 0, 0, 0, 2}), TIME_MODE_UTC, {2024, 1, 1}},
-        {"mode word -101 is utc", record({-100, 2024, 1, 1, 0, 0, 0, 0, 0, 0, -101}), TIME_MODE_UTC, {2024, 1, 1}},
-        {"empty", record({-101, 5, 5, 5}), TIME_MODE_EMPTY, {0, 1, 1}},
-        {"any other tag is a rule", record({-102}), TIME_MODE_DYNAMIC, {0, 1, 1}},
+        {"clamped", {-100, 2024, 2, 30, 99, 0, 0, 0, 0, 0, 1}, TIME_MODE_LOCAL, {2024, 2, 29, 23}},
+        {"mode word 2 is utc", {-100, 2024, 1, 1, 0, 0, 0, 0, 0, 0, 2}, TIME_MODE_UTC, {2024, 1, 1}},
+        {"mode word -101 is utc", {-100, 2024, 1, 1, 0, 0, 0, 0, 0, 0, -101}, TIME_MODE_UTC, {2024, 1, 1}},
+        {"empty", {-101, 5, 5, 5}, TIME_MODE_EMPTY, {0, 1, 1}},
+        {"any other tag is a rule", {-102}, TIME_MODE_DYNAMIC, {0, 1, 1}},
         // clang-format on
     };
     ZelvorBase::Buffer arena;
