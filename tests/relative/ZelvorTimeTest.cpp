@@ -15,6 +15,7 @@
 namespace {
 
 using namespace ZelvorDataType;
+using ZelvorRelativeTest::Dynamic;
 using ZelvorRelativeTest::Text;
 using ZelvorRelativeTest::Ymd;
 using ZelvorSerialization::MemoryDataStream;
@@ -32,12 +33,6 @@ DateTime Raw(const ZelvorTime& t) {
     return DateTime(t.GetYear(true, true), t.GetMonth(true, true), t.GetDay(true, true),
                     t.GetHour(true, true), t.GetMinutes(true, true), t.GetSeconds(true),
                     t.GetMilliSeconds());
-}
-
-ZelvorTime Dynamic(DYNAMIC_TIME kind, ZelvorBase::Buffer* buffer = nullptr) {
-    ZelvorTime value(buffer);
-    value.PutDynamicTime(kind);
-    return value;
 }
 
 Block Saved(const ZelvorTime& value) {
@@ -268,9 +263,7 @@ TEST_F(InTokyo, SavedRecordLayout) {
     EXPECT_EQ(block[0], 0xAA);
     EXPECT_EQ(local.SaveObj(48, block.data()) + block[44], 0xAA);
 
-    ZelvorTime rule = Dynamic(DYNAMIC_TIME_THIS_MONTH | DYNAMIC_TIME_BUSINESS_DAY);
-    rule.PutDynamicMonthOffset(-2);
-    rule.PutDynamicDayOffset(-9);
+    const ZelvorTime rule = Dynamic(DYNAMIC_TIME_THIS_MONTH | DYNAMIC_TIME_BUSINESS_DAY, -9, -2);
     const struct {
         const ZelvorTime& value;
         Block words;
