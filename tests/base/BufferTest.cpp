@@ -71,24 +71,14 @@ TEST(Allocator, WideTextInAnArenaAndOnTheHeap) {
     EXPECT_THROW((void)allocator.allocate(static_cast<size_t>(-1) / 2), std::bad_array_new_length);
 }
 
-// Counts live in the test, so that they stay readable after the object is gone.
-struct Counts {
-    int addRefs = 0;
-    int releases = 0;
-};
-class Counted : public ZelvorBase::ReferenceCounted {
-  public:
-    explicit Counted(Counts& counts) : mCounts(counts) {}
-    void AddRef() override { ++mCounts.addRefs; }
-    void Release() override { ++mCounts.releases; }
-
-  private:
-    Counts& mCounts;
+struct Counted : ZelvorBase::ReferenceCounted {
+    int addRefs = 0, releases = 0;
+    void AddRef() override { ++addRefs; }
+    void Release() override { ++releases; }
 };
 
 TEST(SmartPtrI, CopiesTakeReferencesAndDestructionGivesThemBack) {
-    Counts counts;
-    Counted object(counts);
+    Counted object;
     {
         SmartPtrI<Counted> a(&object);
         SmartPtrI<Counted> b(a);
@@ -99,13 +89,13 @@ TEST(SmartPtrI, CopiesTakeReferencesAndDestructionGivesThemBack) {
         EXPECT_TRUE(static_cast<bool>(c));   // NOLINT(bugprone-use-after-move)
         EXPECT_EQ(d.Get(), &object);
         EXPECT_EQ(&*d, &object);
-        EXPECT_EQ(counts.addRefs, 4);
-        EXPECT_EQ(counts.releases, 0);
+        EXPECT_EQ(object.addRefs, 4);
+        EXPECT_EQ(object.releases, 0);
         SmartPtrI<Counted>& alias = a;
         a = alias;  // self-assignment keeps the balance
-        EXPECT_EQ(counts.addRefs - counts.releases, 4);
+        EXPECT_EQ(object.addRefs - object.releases, 4);
     }
-    EXPECT_EQ(counts.addRefs, counts.releases);
+    EXPECT_EQ(object.addRefs, object.releases);
     SmartPtrI<Counted> empty;
     EXPECT_FALSE(static_cast<bool>(empty));
     EXPECT_EQ(empty.Get(), nullptr);

@@ -20,15 +20,14 @@ namespace chr = std::chrono;
 constexpr int kFirstDay = -693959;  // 0000-01-01
 constexpr int kLastDay = 23242572;  // 65535-12-31
 
-TEST(DayNumbers, KnownDates) {
+// Valid dates are all checked by the walk below; these are the fields out of their
+// ranges, and the last day, past the years std::chrono can check.
+TEST(DayNumbers, FieldsOutOfRangeAndTheLastDay) {
     const struct {
         int year, month, day, expected;
     } cases[] = {
-        {1899, 12, 30, 0},    {1899, 12, 31, 1},         {1900, 1, 1, 2},
-        {2000, 1, 1, 36526},  {1970, 1, 1, 25569},       {2000, 13, 1, 0},
-        {2000, 0, 1, 0},      {0, 1, 1, kFirstDay},      {0, 3, 1, -693899},
-        {1, 1, 1, -693593},   {65535, 12, 31, kLastDay}, {2024, 3, 0, 45351},  // Feb 29
-        {2024, 1, -5, 45286}, {2024, 1, 400, 45691},     {100, 3, 1, -657375},
+        {2000, 13, 1, 0},     {2000, 0, 1, 0},       {2024, 3, 0, 45351},  // Feb 29
+        {2024, 1, -5, 45286}, {2024, 1, 400, 45691}, {65535, 12, 31, kLastDay},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(DateTime::YMDToDAYS(c.year, c.month, c.day), c.expected)

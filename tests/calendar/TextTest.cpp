@@ -14,13 +14,12 @@ using CalendarTest::Text;
 using CalendarTest::Words;
 using ZelvorDataType::DateTime;
 
+// Years of one and of five digits print in the tables of the other suites.
 TEST(Text, Formats) {
     const DateTime value(2024, 3, 5, 7, 8, 9, 12);
     EXPECT_EQ(Text(value), "2024-03-05 07:08:09.012");
     EXPECT_EQ(std::wstring(value.ToWString().c_str()), L"2024-03-05 07:08:09.012");
     EXPECT_STREQ(value.ToDateString().c_str(), "3/5/2024");
-    EXPECT_EQ(Text(DateTime(1, 1, 1)), "0001-01-01 00:00:00.000");
-    EXPECT_EQ(Text(DateTime(12345, 11, 30, 23, 59, 59, 999)), "12345-11-30 23:59:59.999");
     EXPECT_STREQ(DateTime(12345, 11, 30).ToDateString().c_str(), "11/30/12345");
 }
 

@@ -175,7 +175,9 @@ TEST(BigDecimalState, SwapKeepsEachBufferWithItsDigits) {
     // Destroying both must free exactly the heap digits (checked by the leak checker).
 }
 
-TEST(BigDecimalArithmetic, ResultsScalesAndSigns) {
+// Zeros, cancellations and quotients truncated to nothing; results of nonzero operands in
+// general are checked against GMP (GmpCrossCheckTest.cpp), text, scale and sign.
+TEST(BigDecimalArithmetic, ZerosScalesAndSigns) {
     struct Case {
         const char* a;
         char op;
@@ -183,26 +185,15 @@ TEST(BigDecimalArithmetic, ResultsScalesAndSigns) {
         const char* printed;
         int scale;
         int sign;
-    } cases[] = {{"2.25", '-', "0.5", "1.75", 2, 1},
-                 {"0.5", '-', "2.25", "-1.75", 2, -1},
-                 {"1.5", '+', "2", "3.5", 1, 1},
-                 {"5", '-', "5", "0", 0, 0},
+    } cases[] = {{"5", '-', "5", "0", 0, 0},
                  {"1.50", '-', "1.5", "0", 2, 0},
                  {"0", '-', "5", "-5", 0, -1},
                  {"-0.5", '+', "0", "-0.5", 1, -1},
                  {"0.05", '+', "0", "0.05", 2, 1},
-                 {"1.5", '*', "0.2", "0.30", 2, 1},
                  {"2.5", '*', "0", "0", 1, 0},
-                 {"-3", '*', "-0.5", "1.5", 1, 1},
                  {"5", '*', "0.01", "0.05", 2, 1},
-                 {"10.0", '/', "4", "2.5", 1, 1},
-                 {"10.00", '/', "4", "2.50", 2, 1},
-                 {"99", '/', "0.05", "1980", 0, 1},
                  {"1", '/', "3", "0", 0, 1},
                  {"-1", '/', "3", "-0", 0, -1},
-                 {"1.00", '/', "3", "0.33", 2, 1},
-                 {"-7", '/', "2", "-3", 0, -1},
-                 {"1", '/', "100000", "0", 0, 1},
                  {"0", '/', "-3", "0", 0, 0},
                  {"1.00", '/', "-300", "-0.00", 2, -1},
                  {"-1.000001", '+', "1", "-0.000001", 6, -1}};
@@ -268,7 +259,6 @@ TEST(BigDecimalCompare, ByValueAcrossScales) {
         BigDecimal b;
         int expected;
     } cases[] = {{BigDecimal("-2"), BigDecimal("-10"), 1},
-                 {BigDecimal("0"), BigDecimal("-1"), 1},
                  {BigDecimal("0"), BigDecimal("0.00"), 0},
                  {BigDecimal("1.50"), BigDecimal("1.5"), 0},
                  {BigDecimal("0.05"), BigDecimal("5e-2"), 0},
@@ -350,13 +340,11 @@ TEST(BigDecimalMemory, ResultsComeFromTheLeftOperandsBuffer) {
     BigDecimalHandle fromHeap = b - a;
     EXPECT_EQ(arena.Calls(), before + 3);
     EXPECT_EQ(Text(*fromHeap), "-12.0");
-
-    // Every refusal surfaces as std::bad_alloc and leaves nothing behind.
+    // A refusal of any of the three blocks surfaces as std::bad_alloc; parsing and copies
+    // under refusals, and what is left behind, are driven in the fault suite.
     for (size_t refuse = 1; refuse <= 3; ++refuse) {
         arena.RefuseFrom(arena.Calls() + refuse);
         EXPECT_THROW((void)(a + b), std::bad_alloc);
-        EXPECT_THROW((void)BigDecimal("1.25", &arena), std::bad_alloc);
-        EXPECT_THROW((void)BigDecimal(a, &arena), std::bad_alloc);
         arena.RefuseFrom(0);
     }
     BigDecimal* released = fromHeap.Release();

@@ -127,12 +127,18 @@ TEST(BigDecimalAgainstGmp, RandomOperands) {
         ScaleUp(right.v, b.integer.v, common - b.scale);
         EXPECT_EQ(x.CompareTo(y), std::clamp(mpz_cmp(left.v, right.v), -1, 1));
 
+        // Text, scale and sign of a result; `zeroSign` as for Format.
+        const auto check = [&](const BigDecimalHandle& r, long scale, int zeroSign) {
+            EXPECT_EQ(r->ToString().c_str(), Format(expected.v, scale, zeroSign));
+            EXPECT_EQ(r->Scale(), scale);
+            EXPECT_EQ(r->Signum(), mpz_sgn(expected.v) != 0 ? mpz_sgn(expected.v) : zeroSign);
+        };
         mpz_add(expected.v, left.v, right.v);
-        EXPECT_EQ((x + y)->ToString().c_str(), Format(expected.v, common, 0));
+        check(x + y, common, 0);
         mpz_sub(expected.v, left.v, right.v);
-        EXPECT_EQ((x - y)->ToString().c_str(), Format(expected.v, common, 0));
+        check(x - y, common, 0);
         mpz_mul(expected.v, a.integer.v, b.integer.v);
-        EXPECT_EQ((x * y)->ToString().c_str(), Format(expected.v, a.scale + b.scale, 0));
+        check(x * y, a.scale + b.scale, 0);
 
         // (A / 10^sa) / (B / 10^sb) at scale q is A * 10^(sb + q) / (B * 10^sa), truncated.
         const int asked = static_cast<int>(rng() % 42) - 1;
@@ -145,10 +151,7 @@ TEST(BigDecimalAgainstGmp, RandomOperands) {
         ScaleUp(left.v, a.integer.v, b.scale + q);
         ScaleUp(right.v, b.integer.v, a.scale);
         mpz_tdiv_q(expected.v, left.v, right.v);
-        const BigDecimalHandle quotient = x.Divide(y, asked);
-        const int sign = mpz_sgn(a.integer.v) * mpz_sgn(b.integer.v);
-        EXPECT_EQ(quotient->ToString().c_str(), Format(expected.v, q, sign));
-        EXPECT_EQ(quotient->Signum(), sign);
+        check(x.Divide(y, asked), q, mpz_sgn(a.integer.v) * mpz_sgn(b.integer.v));
     }
 }
 

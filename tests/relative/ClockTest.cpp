@@ -13,6 +13,7 @@
 namespace {
 
 using namespace ZelvorDataType;
+using ZelvorRelativeTest::Dynamic;
 using ZelvorRelativeTest::kThursday;
 using ZelvorRelativeTest::Text;
 using ZelvorRelativeTest::Ymd;
@@ -34,14 +35,6 @@ class PinnedClock : public testing::Test {
     }
 };
 
-ZelvorTime Rule(DYNAMIC_TIME kind, int dayOffset = 0, short monthOffset = 0) {
-    ZelvorTime value;
-    value.PutDynamicTime(kind);
-    value.PutDynamicDayOffset(dayOffset);
-    value.PutDynamicMonthOffset(monthOffset);
-    return value;
-}
-
 TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
     const struct {
         const char* name;
@@ -49,18 +42,18 @@ TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
         Ymd localMidnight;
     } cases[] = {
         // clang-format off
-        {"today", Rule(DYNAMIC_TIME_TODAY), {2024, 3, 15}},
-        {"today, offsets ignored", Rule(DYNAMIC_TIME_TODAY, 5), {2024, 3, 15}},
-        {"this week", Rule(DYNAMIC_TIME_THIS_WEEK), {2024, 3, 17}},
-        {"this monday", Rule(DYNAMIC_TIME_THIS_MONDAY), {2024, 3, 17}},
-        {"this week, two days on", Rule(DYNAMIC_TIME_THIS_WEEK, 2), {2024, 3, 15}},
-        {"this month", Rule(DYNAMIC_TIME_THIS_MONTH), {2024, 4, 1}},
-        {"this month, a month back", Rule(DYNAMIC_TIME_THIS_MONTH, 0, -1), {2024, 4, 1}},
-        {"this month, three days on", Rule(DYNAMIC_TIME_THIS_MONTH, 3), {2024, 3, 29}},
-        {"this year", Rule(DYNAMIC_TIME_THIS_YEAR), {2025, 1, 1}},
-        {"this quarter", Rule(DYNAMIC_TIME_THIS_QUARTER), {2024, 4, 1}},
-        {"this quarter, a month on", Rule(DYNAMIC_TIME_THIS_QUARTER, 0, 1), {2024, 6, 1}},
-        {"flags change nothing", Rule(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR), {2024, 3, 15}},
+        {"today", Dynamic(DYNAMIC_TIME_TODAY), {2024, 3, 15}},
+        {"today, offsets ignored", Dynamic(DYNAMIC_TIME_TODAY, 5), {2024, 3, 15}},
+        {"this week", Dynamic(DYNAMIC_TIME_THIS_WEEK), {2024, 3, 17}},
+        {"this monday", Dynamic(DYNAMIC_TIME_THIS_MONDAY), {2024, 3, 17}},
+        {"this week, two days on", Dynamic(DYNAMIC_TIME_THIS_WEEK, 2), {2024, 3, 15}},
+        {"this month", Dynamic(DYNAMIC_TIME_THIS_MONTH), {2024, 4, 1}},
+        {"this month, a month back", Dynamic(DYNAMIC_TIME_THIS_MONTH, 0, -1), {2024, 4, 1}},
+        {"this month, three days on", Dynamic(DYNAMIC_TIME_THIS_MONTH, 3), {2024, 3, 29}},
+        {"this year", Dynamic(DYNAMIC_TIME_THIS_YEAR), {2025, 1, 1}},
+        {"this quarter", Dynamic(DYNAMIC_TIME_THIS_QUARTER), {2024, 4, 1}},
+        {"this quarter, a month on", Dynamic(DYNAMIC_TIME_THIS_QUARTER, 0, 1), {2024, 6, 1}},
+        {"flags change nothing", Dynamic(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR), {2024, 3, 15}},
         // clang-format on
     };
     ZelvorBase::Buffer arena;
@@ -80,12 +73,12 @@ TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
     }
 
     ZelvorTime out;
-    ASSERT_EQ(Rule(DYNAMIC_TIME_NOW | DYNAMIC_TIME_RELATIVE_MINUTE).GetExpiration(out), 0);
+    ASSERT_EQ(Dynamic(DYNAMIC_TIME_NOW | DYNAMIC_TIME_RELATIVE_MINUTE).GetExpiration(out), 0);
     DateTime next(0.0);
     out.ToDateTime(false, next);
     EXPECT_EQ(Text(next), Text(DateTime(2024, 3, 14, 15, 30, 46)));
     // The expiration of a NOW rule is that of the moment it names.
-    ZelvorTime inAnHour = Rule(DYNAMIC_TIME_NOW);
+    ZelvorTime inAnHour = Dynamic(DYNAMIC_TIME_NOW);
     inAnHour.PutHour(1, true);
     ASSERT_EQ(inAnHour.GetExpiration(out), 0);
     out.ToDateTime(false, next);
@@ -103,7 +96,7 @@ TEST_F(PinnedClock, RulesResolveAgainstThePresent) {
     ASSERT_EQ(DynamicTime(DYNAMIC_TIME_TODAY, 0).ToDateTime(date), 0);
     EXPECT_EQ(Text(date), Text(DateTime(1900, 1, 1).ToUTCTime()));
 
-    const ZelvorTime today = Rule(DYNAMIC_TIME_TODAY);
+    const ZelvorTime today = Dynamic(DYNAMIC_TIME_TODAY);
     const DateTime midnightUTC = DateTime(2024, 3, 14).ToUTCTime();
     EXPECT_EQ(today.GetDay(false, false) * 100 + today.GetHour(false, false), 1400);
     EXPECT_EQ(today.GetHour(true, false), midnightUTC.GetHour());
@@ -111,7 +104,7 @@ TEST_F(PinnedClock, RulesResolveAgainstThePresent) {
     EXPECT_EQ(today.GetNthTimePointBefore(1, TIME_GRANULARITY_DAY, before), 0);
     EXPECT_EQ(Text(before), Text(DateTime(2024, 3, 13).ToUTCTime()));
     const ZelvorTime noon(DateTime(2024, 3, 14, 12), TIME_MODE_LOCAL, false);
-    const ZelvorTime thisHour = Rule(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR);
+    const ZelvorTime thisHour = Dynamic(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR);
     EXPECT_TRUE(today < noon && noon < thisHour && thisHour > today && !(thisHour == today));
 }
 

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <ZelvorDataType/DateTime.h>
+#include <ZelvorDataType/ZelvorTime.h>
 
 #include "support/Zone.h"
 
@@ -26,5 +27,15 @@ struct Ymd {
 
 // Thursday 2024-03-14 15:30:45.123, the reference time of most cases.
 inline const Ymd kThursday{2024, 3, 14, 15, 30, 45, 123};
+
+// A rule of `kind` with its offsets, as a ZelvorTime.
+inline ZelvorDataType::ZelvorTime Dynamic(ZelvorDataType::DYNAMIC_TIME kind, int dayOffset = 0,
+                                          short monthOffset = 0) {
+    ZelvorDataType::ZelvorTime value;
+    value.PutDynamicTime(kind);
+    value.PutDynamicDayOffset(dayOffset);
+    value.PutDynamicMonthOffset(monthOffset);
+    return value;
+}
 
 }  // namespace ZelvorRelativeTest
