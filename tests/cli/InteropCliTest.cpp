@@ -76,6 +76,7 @@ TEST(CliInterop, ExplainShowsTheOtherFormsOrWhyNot) {
          "cron:     can't say it: day: every 3"},
         {"--hour every:5", "rrule:    can't say it: hour: every 5 does not divide 24"},
         {"--month 2 --day 30 --hour 9", "never fires: "},
+        {"--minute every:15", "minute every 15\nnote: hour is unset and stays 0"},
         {"--json --cron '0 9 * * 1'",
          "\"rrule\":{\"text\":\"FREQ=WEEKLY;BYSECOND=0;BYMINUTE=0;"
          "BYHOUR=9;BYDAY=MO\"},\"cron\":{\"text\":\"0 9 * * 1\"}"},

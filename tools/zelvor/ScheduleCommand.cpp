@@ -417,17 +417,23 @@ int Explain(const Context& context, const ScheduleOptions& o) {
                        .Add("command", std::string("schedule explain"))
                        .Add("zone", context.ZoneLabel())
                        .Add("schedule", DescribeJson(*s))
-                       .Add("words", ZelvorDataType::DescribeSchedule(*s))
-                       .Add("options", OptionsText(*s))
-                       .Add("rrule", formJson(rrule))
-                       .Add("cron", formJson(cron))
-                       .Add("start", Text(start));
+                       .Add("words", ZelvorDataType::DescribeSchedule(*s));
+        if (const std::optional<std::string> note = UnwalkedNote(*s)) {
+            out.Add("note", *note);
+        }
+        out.Add("options", OptionsText(*s))
+            .Add("rrule", formJson(rrule))
+            .Add("cron", formJson(cron))
+            .Add("start", Text(start));
         out.Add("first", fires ? Json(Text(first)) : Json());
         out.Add("never_fires", never ? Json(*never) : Json());
         Print(out.Dump());
         return 0;
     }
     Print("schedule: " + ZelvorDataType::DescribeSchedule(*s));
+    if (const std::optional<std::string> note = UnwalkedNote(*s)) {
+        Print("note: " + *note);
+    }
     if (!o.rrule.empty() || !o.cron.empty()) {
         Print("options:  " + OptionsText(*s));
     }
