@@ -155,7 +155,8 @@ void TimesFromSchedule(const TimeSeries& s, Pattern& p) {
                                    open / 60, open % 60, close / 60, close % 60, step));
             }
         }
-        if (static_cast<std::size_t>(std::popcount(p.hours) * std::popcount(p.minutes)) !=
+        if (static_cast<std::size_t>(std::popcount(p.hours)) *
+                static_cast<std::size_t>(std::popcount(p.minutes)) !=
             times.size()) {
             Refuse("window", "its last hour stops before the minutes of the others");
         }

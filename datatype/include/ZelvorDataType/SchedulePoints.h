@@ -87,6 +87,6 @@ struct UpTo {
     DateTime end;
 };
 ZELVOR_DATATYPE_API SchedulePoints Points(const TimeSeries& schedule, const DateTime& start,
-                                          UpTo end);
+                                          const UpTo& end);
 
 }  // namespace ZelvorDataType

@@ -137,7 +137,7 @@ SchedulePoints Points(const TimeSeries& schedule, const DateTime& start, const D
     return SchedulePoints(std::move(state));
 }
 
-SchedulePoints Points(const TimeSeries& schedule, const DateTime& start, UpTo end) {
+SchedulePoints Points(const TimeSeries& schedule, const DateTime& start, const UpTo& end) {
     auto state =
         std::make_unique<SchedulePoints::State>(schedule, start, internal::FirstPoint::FirstOfDay);
     state->UseEnd(end.end);
