@@ -134,9 +134,10 @@ TEST(Format, RefusedSpecsNameTheirFault) {
         const char* spec;
         const char* message;
     } cases[] = {
-        {"{:%Q}", "unknown conversion '%Q'"},  {"{:%z}", "unknown conversion '%z'"},
-        {"{:%Y%}", "unknown conversion '%}'"}, {"{:.4%T}", "precision above 3"},
-        {"{:>{}}", "from an argument"},        {"{:Y}", "unexpected 'Y'"},
+        {"{:%Q}", "unknown conversion '%Q'"},   {"{:%z}", "unknown conversion '%z'"},
+        {"{:%Y%}", "unknown conversion '%}'"},  {"{:.4%T}", "precision above 3"},
+        {"{:>{}}", "from an argument"},         {"{:Y}", "unexpected 'Y'"},
+        {"{:9999999999%Y}", "width too large"}, {"{:.9999999999%T}", "precision above 3"},
     };
     for (const auto& [spec, message] : cases) {
         try {

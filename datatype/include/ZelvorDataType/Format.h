@@ -30,6 +30,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -264,6 +265,10 @@ struct fmt::formatter<ZelvorDataType::DateTime> {
             align_ = *it++;
         }
         for (; it != end && *it >= '0' && *it <= '9'; ++it) {
+            // fmt refuses a width past INT_MAX too; checked before it can overflow.
+            if (width_ > (std::numeric_limits<int>::max() - 9) / 10) {
+                ZelvorDataType::format_detail::Refuse("a width too large");
+            }
             width_ = width_ * 10 + (*it - '0');
         }
         if (it != end && *it == '{') {
@@ -273,9 +278,9 @@ struct fmt::formatter<ZelvorDataType::DateTime> {
             precision_ = 0;
             for (++it; it != end && *it >= '0' && *it <= '9'; ++it) {
                 precision_ = precision_ * 10 + (*it - '0');
-            }
-            if (precision_ > 3) {
-                ZelvorDataType::format_detail::Refuse("a precision above 3 (milliseconds)");
+                if (precision_ > 3) {
+                    ZelvorDataType::format_detail::Refuse("a precision above 3 (milliseconds)");
+                }
             }
         }
         const auto patternStart = it;
