@@ -1,6 +1,6 @@
-// Arbitrary format specs for a DateTime: the first eight bytes pick the instant (any
-// millisecond of the years 0 to 65535), the rest is the spec between "{:" and "}". A
-// spec is either refused with fmt::format_error or formatted; when it holds no pattern
+// Arbitrary format strings for a DateTime: the first eight bytes pick the instant (any
+// millisecond of the years 0 to 65535), the rest is what stands between "{:" and "}". A
+// format is either refused with fmt::format_error or formatted; when it holds no pattern
 // and no precision the result is the value's text padded to the width, and "%F %T"
 // always gives the value's text back.
 #include <cstddef>
@@ -23,18 +23,18 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const DateTime value = chrono_detail::FromEpochMilliseconds(
         chrono_detail::kFirstMs + static_cast<long long>(bits % static_cast<std::uint64_t>(span)),
         "fuzz");
-    const std::string spec(reinterpret_cast<const char*>(data) + 8, size - 8);
+    const std::string format(reinterpret_cast<const char*>(data) + 8, size - 8);
     if (fmt::format("{:%F %T}", value) != ToText(value)) {
         std::abort();
     }
     try {
-        const std::string text = fmt::format(fmt::runtime("{:" + spec + "}"), value);
-        if (spec.find_first_of("%.") == std::string::npos &&
+        const std::string text = fmt::format(fmt::runtime("{:" + format + "}"), value);
+        if (format.find_first_of("%.") == std::string::npos &&
             text.find(ToText(value)) == std::string::npos) {
             std::abort();
         }
     } catch (const fmt::format_error&) {
-        // A refused spec; nothing else may escape.
+        // A refused format; nothing else may escape.
     }
     return 0;
 }

@@ -20,7 +20,7 @@ namespace {
 constexpr Vocabulary kCronWords = {"hour",  "minute",       "second",     "interval",
                                    "month", "day of month", "day of week"};
 
-struct FieldSpec {
+struct FieldRange {
     const char* name;
     int low;
     int high;
@@ -31,11 +31,11 @@ constexpr const char* kMonthNames[] = {"jan", "feb", "mar", "apr", "may", "jun",
                                        "jul", "aug", "sep", "oct", "nov", "dec"};
 constexpr const char* kDayNames[] = {"sun", "mon", "tue", "wed", "thu", "fri", "sat", "sun"};
 
-constexpr std::array<FieldSpec, 5> kFields = {{{"minute", 0, 59, nullptr},
-                                               {"hour", 0, 23, nullptr},
-                                               {"day of month", 1, 31, nullptr},
-                                               {"month", 1, 12, kMonthNames},
-                                               {"day of week", 0, 7, kDayNames}}};
+constexpr std::array<FieldRange, 5> kFields = {{{"minute", 0, 59, nullptr},
+                                                {"hour", 0, 23, nullptr},
+                                                {"day of month", 1, 31, nullptr},
+                                                {"month", 1, 12, kMonthNames},
+                                                {"day of week", 0, 7, kDayNames}}};
 
 struct CronField {
     std::uint64_t set = 0;
@@ -43,30 +43,30 @@ struct CronField {
     bool stepped = false;  // `*/N` with N above 1
 };
 
-int Value(const std::string& text, const FieldSpec& spec) {
-    if (spec.names != nullptr && text.size() == 3 &&
+int Value(const std::string& text, const FieldRange& range) {
+    if (range.names != nullptr && text.size() == 3 &&
         std::isalpha(static_cast<unsigned char>(text[0]))) {
         std::string lower = text;
         std::transform(lower.begin(), lower.end(), lower.begin(),
                        [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-        for (int i = 0; i <= spec.high - spec.low; ++i) {
-            if (lower == spec.names[i]) {
-                return spec.low + i;
+        for (int i = 0; i <= range.high - range.low; ++i) {
+            if (lower == range.names[i]) {
+                return range.low + i;
             }
         }
     }
     if (text.empty() || text.size() > 2 ||
         !std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c); })) {
-        Refuse(spec.name, fmt::format("'{}' is not a value", text));
+        Refuse(range.name, fmt::format("'{}' is not a value", text));
     }
     const int v = std::stoi(text);
-    if (v < spec.low || v > spec.high) {
-        Refuse(spec.name, fmt::format("{} is outside {} to {}", v, spec.low, spec.high));
+    if (v < range.low || v > range.high) {
+        Refuse(range.name, fmt::format("{} is outside {} to {}", v, range.low, range.high));
     }
     return v;
 }
 
-CronField ParseField(const std::string& text, const FieldSpec& spec) {
+CronField ParseField(const std::string& text, const FieldRange& range) {
     CronField field;
     field.starred = !text.empty() && text[0] == '*';
     std::stringstream items(text);
@@ -75,20 +75,20 @@ CronField ParseField(const std::string& text, const FieldSpec& spec) {
         int step = 1;
         const std::size_t slash = item.find('/');
         if (slash != std::string::npos) {
-            step = Value(item.substr(slash + 1), FieldSpec{spec.name, 1, 99, nullptr});
+            step = Value(item.substr(slash + 1), FieldRange{range.name, 1, 99, nullptr});
             item.resize(slash);
         }
-        int low = spec.low;
-        int high = spec.high;
+        int low = range.low;
+        int high = range.high;
         if (item != "*") {
             const std::size_t dash = item.find('-');
-            low = Value(item.substr(0, dash), spec);
+            low = Value(item.substr(0, dash), range);
             // `5/15` runs from 5 to the end of the range, a single value is itself.
-            high = dash != std::string::npos    ? Value(item.substr(dash + 1), spec)
-                   : slash != std::string::npos ? spec.high
+            high = dash != std::string::npos    ? Value(item.substr(dash + 1), range)
+                   : slash != std::string::npos ? range.high
                                                 : low;
             if (high < low) {
-                Refuse(spec.name, fmt::format("the range {} runs backwards", item));
+                Refuse(range.name, fmt::format("the range {} runs backwards", item));
             }
         } else {
             field.stepped = field.stepped || step > 1;
@@ -98,7 +98,7 @@ CronField ParseField(const std::string& text, const FieldSpec& spec) {
         }
     }
     if (field.set == 0) {
-        Refuse(spec.name, "empty");
+        Refuse(range.name, "empty");
     }
     return field;
 }

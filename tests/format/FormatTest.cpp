@@ -128,10 +128,10 @@ TEST(Format, WidthFillAndAlignment) {
     }
 }
 
-TEST(Format, RefusedSpecsNameTheirFault) {
+TEST(Format, RefusedFormatsNameTheirFault) {
     const DateTime date(2024, 3, 5);
     const struct {
-        const char* spec;
+        const char* format;
         const char* message;
     } cases[] = {
         {"{:%Q}", "unknown conversion '%Q'"},   {"{:%z}", "unknown conversion '%z'"},
@@ -139,10 +139,10 @@ TEST(Format, RefusedSpecsNameTheirFault) {
         {"{:>{}}", "from an argument"},         {"{:Y}", "unexpected 'Y'"},
         {"{:9999999999%Y}", "width too large"}, {"{:.9999999999%T}", "precision above 3"},
     };
-    for (const auto& [spec, message] : cases) {
+    for (const auto& [format, message] : cases) {
         try {
-            (void)fmt::format(fmt::runtime(spec), date, 30);
-            ADD_FAILURE() << spec << " was accepted";
+            (void)fmt::format(fmt::runtime(format), date, 30);
+            ADD_FAILURE() << format << " was accepted";
         } catch (const fmt::format_error& e) {
             EXPECT_NE(std::string(e.what()).find(message), std::string::npos) << e.what();
         }

@@ -54,8 +54,8 @@ const char* const kStarts[] = {"2024-03-09 12:17", "2024-10-26 23:00", "2024-11-
 TEST(RangeTest, EachEnumeratorMatchesOneBigCall) {
     for (const char* zone : kZones) {
         const ZoneScope pinned(zone);
-        for (const S& spec : kSchedules) {
-            const auto s = spec.Make();
+        for (const S& schedule : kSchedules) {
+            const auto s = schedule.Make();
             for (const char* text : kStarts) {
                 const DateTime start = T(text).ToUTCTime();
                 const DateTime from = start + TimeSpan(2, 3, 0, 0, 0);
