@@ -197,35 +197,3 @@ bool ScheduleRules::NextDay(const WallTime& previous, WallTime& next) const {
 }
 
 }  // namespace ZelvorDataType::internal
-
-namespace ZelvorDataType {
-
-using internal::FromDateTime;
-using internal::ScheduleRules;
-using internal::ToDateTime;
-using internal::WallTime;
-
-bool TimeSeriesImpl::IsDayInPattern(const DateTime* anchor, DateTime& day) const {
-    WallTime from{};
-    return ScheduleRules(*this).DayMatches(internal::AnchorOf(anchor, from), FromDateTime(day));
-}
-
-bool TimeSeriesImpl::GetFirstDay(DateTime& day) const {
-    WallTime work = FromDateTime(day);
-    if (!ScheduleRules(*this).FirstDay(work)) {
-        return false;
-    }
-    day = ToDateTime(work);
-    return true;
-}
-
-bool TimeSeriesImpl::GetNextDay(const DateTime& previous, DateTime& next) const {
-    WallTime work = FromDateTime(previous);
-    if (!ScheduleRules(*this).NextDay(work, work)) {
-        return false;
-    }
-    next = ToDateTime(work);
-    return true;
-}
-
-}  // namespace ZelvorDataType

@@ -5,11 +5,8 @@ namespace ZelvorDataType {
 
 unsigned int TimeSeriesImpl::GetNextNTimePoints(const DateTime& start, unsigned int count,
                                                 DateTime* points) const {
-    if (count == 0) {
+    if (!internal::ArrayStore::Wanted(points, count)) {
         return 0;
-    }
-    if (points == nullptr) {
-        throw ZelvorBase::ExceptionImpl<TimeSeriesException>(L"Invalid parameter");
     }
     const internal::ScheduleRules rules(*this);
     internal::ArrayStore store(points, count);

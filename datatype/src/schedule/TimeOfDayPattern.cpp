@@ -152,23 +152,6 @@ bool ScheduleRules::Step(WallTime& current, WallTime& close) const {
 
 namespace ZelvorDataType {
 
-using internal::FromDateTime;
-using internal::ScheduleRules;
-using internal::ToDateTime;
-using internal::WallTime;
-
-bool TimeSeriesImpl::IsTimeInPattern(const DateTime* anchor, DateTime& time) const {
-    WallTime from{};
-    return ScheduleRules(*this).TimeMatches(internal::AnchorOf(anchor, from), FromDateTime(time));
-}
-
-bool TimeSeriesImpl::GetNextTime(const DateTime& previous, DateTime& next) const {
-    WallTime work = FromDateTime(previous);
-    const bool later = ScheduleRules(*this).NextTime(work, work);
-    next = ToDateTime(work);
-    return later;
-}
-
 bool TimeSeriesImpl::ValidateAndCorrectNextTime(const DateTime& start, int index, DateTime* points,
                                                 DateTime& current) const {
     if (index < 0 || points == nullptr) {

@@ -135,6 +135,19 @@ class ArrayStore final : public PointStore {
   public:
     ArrayStore(DateTime* points, unsigned int count) : mPoints(points), mCount(count) {}
 
+    // The counted enumerators' contract on the caller's array: a count of 0 asks for
+    // nothing and needs no array (false); any other count refuses a missing array with
+    // "Invalid parameter".
+    static bool Wanted(const DateTime* points, unsigned int count) {
+        if (count == 0) {
+            return false;
+        }
+        if (points == nullptr) {
+            throw ZelvorBase::ExceptionImpl<TimeSeriesException>(L"Invalid parameter");
+        }
+        return true;
+    }
+
     bool Put(const DateTime& point, const WallTime&) override {
         mPoints[mWritten] = point;
         return ++mWritten < mCount;

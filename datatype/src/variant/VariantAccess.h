@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstring>
 #include <limits>
+#include <type_traits>
 
 namespace ZelvorDataType::internal {
 
@@ -135,64 +136,45 @@ inline std::uint32_t Bits32(Scalar value) noexcept {
     }
 }
 
-inline long long Int64(Scalar value) noexcept {
+// Calls `convert` with the number a numeric tag holds, in the type it is stored as; any
+// other tag reads as R's zero.
+template <class R, class F>
+R ReadNumber(Scalar value, F convert) noexcept {
     switch (value.tag) {
         case VARIANT_INT:
         case VARIANT_LONG:
-            return ReadSlot<std::int32_t>(value.slot);
+            return convert(ReadSlot<std::int32_t>(value.slot));
         case VARIANT_UNSIGNED:
-            return ReadSlot<std::uint32_t>(value.slot);
+            return convert(ReadSlot<std::uint32_t>(value.slot));
         case VARIANT_SHORT:
-            return ReadSlot<short>(value.slot);
+            return convert(ReadSlot<short>(value.slot));
         case VARIANT_INT64:
-            return ReadSlot<long long>(value.slot);
+            return convert(ReadSlot<long long>(value.slot));
         case VARIANT_DOUBLE:
-            return TruncateTo64(ReadSlot<double>(value.slot));
+            return convert(ReadSlot<double>(value.slot));
         case VARIANT_FLOAT:
-            return TruncateTo64(ReadSlot<float>(value.slot));
+            return convert(ReadSlot<float>(value.slot));
         default:
-            return 0;
+            return R{};
     }
+}
+
+inline long long Int64(Scalar value) noexcept {
+    return ReadNumber<long long>(value, [](auto number) -> long long {
+        if constexpr (std::is_floating_point_v<decltype(number)>) {
+            return TruncateTo64(number);
+        } else {
+            return number;
+        }
+    });
 }
 
 inline double ToDouble(Scalar value) noexcept {
-    switch (value.tag) {
-        case VARIANT_INT:
-        case VARIANT_LONG:
-            return ReadSlot<std::int32_t>(value.slot);
-        case VARIANT_UNSIGNED:
-            return ReadSlot<std::uint32_t>(value.slot);
-        case VARIANT_SHORT:
-            return ReadSlot<short>(value.slot);
-        case VARIANT_INT64:
-            return static_cast<double>(ReadSlot<long long>(value.slot));
-        case VARIANT_DOUBLE:
-            return ReadSlot<double>(value.slot);
-        case VARIANT_FLOAT:
-            return ReadSlot<float>(value.slot);
-        default:
-            return 0.0;
-    }
+    return ReadNumber<double>(value, [](auto number) { return static_cast<double>(number); });
 }
 
 inline float ToFloat(Scalar value) noexcept {
-    switch (value.tag) {
-        case VARIANT_INT:
-        case VARIANT_LONG:
-            return static_cast<float>(ReadSlot<std::int32_t>(value.slot));
-        case VARIANT_UNSIGNED:
-            return static_cast<float>(ReadSlot<std::uint32_t>(value.slot));
-        case VARIANT_SHORT:
-            return ReadSlot<short>(value.slot);
-        case VARIANT_INT64:
-            return static_cast<float>(ReadSlot<long long>(value.slot));
-        case VARIANT_DOUBLE:
-            return static_cast<float>(ReadSlot<double>(value.slot));
-        case VARIANT_FLOAT:
-            return ReadSlot<float>(value.slot);
-        default:
-            return 0.0F;
-    }
+    return ReadNumber<float>(value, [](auto number) { return static_cast<float>(number); });
 }
 
 inline bool NumericEqual(Scalar a, Scalar b) noexcept {
