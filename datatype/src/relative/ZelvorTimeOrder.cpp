@@ -1,3 +1,5 @@
+#include <optional>
+
 #include <ZelvorDataType/TimeSpan.h>
 #include <ZelvorDataType/ZelvorTime.h>
 
@@ -68,30 +70,41 @@ int OrderTag(const ZelvorTime& value) noexcept {
     return tag;
 }
 
+// Where an open end sorts: EARLIEST before every other value, LATEST after every other.
+int OpenRank(int tag) noexcept {
+    return tag == kOpenEarliest ? 0 : tag == kOpenLatest ? 2 : 1;
+}
+
+// The order of two values that their dates don't decide, as -1, 0 or 1: an open end
+// against anything, two rules of the same kind (neither before the other), and an
+// empty value, which has no date and sorts before every dated value (after EARLIEST),
+// keeping the order strict and total. Empty when the dates decide.
+std::optional<int> UndatedOrder(const ZelvorTime& a, const ZelvorTime& b) noexcept {
+    // The forms by their mode: 0 and 1 are the static modes, anything but those and
+    // TIME_MODE_DYNAMIC is empty.
+    const auto dynamic = [](const ZelvorTime& v) { return v.GetRealMode() == TIME_MODE_DYNAMIC; };
+    const auto empty = [&](const ZelvorTime& v) {
+        return static_cast<unsigned>(v.GetRealMode()) >= 2u && !dynamic(v);
+    };
+    const int mine = OrderTag(a);
+    const int theirs = OrderTag(b);
+    if (OpenRank(mine) != 1 || OpenRank(theirs) != 1) {
+        return (OpenRank(mine) > OpenRank(theirs)) - (OpenRank(mine) < OpenRank(theirs));
+    }
+    if (dynamic(a) && dynamic(b) && mine == theirs) {
+        return 0;
+    }
+    if (empty(a) || empty(b)) {
+        return int(!empty(a)) - int(!empty(b));
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 bool ZelvorTime::operator<(const ZelvorTime& other) const noexcept {
-    const int mine = OrderTag(*this);
-    const int theirs = OrderTag(other);
-    if (theirs == kOpenEarliest) {
-        return false;
-    }
-    if (mine == kOpenEarliest) {
-        return true;
-    }
-    if (mine == kOpenLatest) {
-        return false;
-    }
-    if (theirs == kOpenLatest) {
-        return true;
-    }
-    if (IsDynamic() && other.IsDynamic() && mine == theirs) {
-        return false;
-    }
-    // An empty value has no date; it sorts before every dated value (after EARLIEST,
-    // handled above), which keeps the order strict and total.
-    if (IsEmpty() || other.IsEmpty()) {
-        return IsEmpty() && !other.IsEmpty();
+    if (const std::optional<int> order = UndatedOrder(*this, other)) {
+        return *order < 0;
     }
     DateTime left(0.0);
     DateTime right(0.0);
@@ -100,26 +113,8 @@ bool ZelvorTime::operator<(const ZelvorTime& other) const noexcept {
 }
 
 bool ZelvorTime::operator>(const ZelvorTime& other) const noexcept {
-    const int mine = OrderTag(*this);
-    const int theirs = OrderTag(other);
-    if (theirs == kOpenLatest) {
-        return false;
-    }
-    if (mine == kOpenLatest) {
-        return true;
-    }
-    if (mine == kOpenEarliest) {
-        return false;
-    }
-    if (theirs == kOpenEarliest) {
-        return true;
-    }
-    if (IsDynamic() && other.IsDynamic() && mine == theirs) {
-        return false;
-    }
-    // The mirror of operator<: every dated value is after an empty one.
-    if (IsEmpty() || other.IsEmpty()) {
-        return other.IsEmpty() && !IsEmpty();
+    if (const std::optional<int> order = UndatedOrder(*this, other)) {
+        return *order > 0;
     }
     DateTime left(0.0);
     DateTime right(0.0);
