@@ -151,6 +151,11 @@ int ZelvorTime::GetExpiration(const DateTime& reference, ZelvorTime& out) const 
 
     // A rule that resolves to the boundary at which this one next changes, with the
     // offsets of this one so that the boundary is that of the shifted reference time.
+    const auto shifted = [&](DYNAMIC_TIME boundaryKind) {
+        DynamicTime withOffsets(boundaryKind, dayOffset);
+        withOffsets.PutDynamicMonthOffset(monthOffset);
+        return withOffsets;
+    };
     DynamicTime boundary(DYNAMIC_TIME_TODAY, 0);
     bool nextQuarter = false;
     switch (kind) {
@@ -158,14 +163,12 @@ int ZelvorTime::GetExpiration(const DateTime& reference, ZelvorTime& out) const 
             boundary.PutDay(1);
             break;
         case DYNAMIC_TIME_THIS_MONTH:
-            boundary = DynamicTime(DYNAMIC_TIME_THIS_MONTH, dayOffset);
-            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary = shifted(DYNAMIC_TIME_THIS_MONTH);
             boundary.PutDay(1);
             boundary.PutMonth(1);
             break;
         case DYNAMIC_TIME_THIS_YEAR:
-            boundary = DynamicTime(DYNAMIC_TIME_THIS_YEAR, dayOffset);
-            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary = shifted(DYNAMIC_TIME_THIS_YEAR);
             boundary.PutMonth(1);
             boundary.PutDay(1);
             boundary.PutYear(1);
@@ -175,14 +178,12 @@ int ZelvorTime::GetExpiration(const DateTime& reference, ZelvorTime& out) const 
             // below: a quarter rule changes when the next quarter begins, just as a
             // month rule changes on the 1st of the next month. Expiring at the start of
             // the current quarter would name a moment already past.
-            boundary = DynamicTime(DYNAMIC_TIME_THIS_QUARTER, dayOffset);
-            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary = shifted(DYNAMIC_TIME_THIS_QUARTER);
             boundary.PutDay(1);
             nextQuarter = true;
             break;
         default:  // THIS_WEEK and the seven weekday kinds: the Sunday of the next week
-            boundary = DynamicTime(DYNAMIC_TIME_THIS_WEEK, dayOffset);
-            boundary.PutDynamicMonthOffset(monthOffset);
+            boundary = shifted(DYNAMIC_TIME_THIS_WEEK);
             boundary.PutDayOfWeek(0);
             boundary.PutWeek(1);
             break;
