@@ -47,6 +47,7 @@ class Probe {
         } catch (const std::bad_alloc&) {
             return Failed(true);
         } catch (const ZelvorBase::Message& message) {
+            mRefusal = message.GetMessage();
             if (mFault != Fault::Contract) {
                 Unexpected(message);
             }
@@ -64,6 +65,8 @@ class Probe {
     // this set).
     bool Fired() const { return mFired; }
     int ContractReferences() const { return mContract.refs; }
+    // The text of the last refusal an attempt ended in, "" before any.
+    const std::wstring& Refusal() const { return mRefusal; }
 
   private:
     void Arm();
@@ -76,6 +79,7 @@ class Probe {
     size_t mN;
     bool mFired = false;
     size_t mRefuseFrom = 0;  // the arena call that is refused
+    std::wstring mRefusal;
     ZelvorTest::RefusingBuffer mArena;
     ZelvorTest::CountingContract mContract;
 };

@@ -224,17 +224,19 @@ std::vector<Assignment> Assignments(const Values& v) {
     };
 }
 
-// The value an assignment gives to a heap Variant that held "old value".
-Variant Reference(const Assignment& a) {
-    Variant reference(L"old value");
-    a.assign(reference);
-    return reference;
+// A refused contract request is never taken, and the refusal says why.
+void ExpectRefusal(Probe& p) {
+    if (!p.Refusal().empty()) {
+        EXPECT_EQ(p.Refusal(), L"Not enough memory left.");
+        EXPECT_EQ(p.Contract()->taken.size() + 1, p.Contract()->requests.size());
+    }
 }
 
 TEST(VariantFaults, AssignmentsCopiesAndTextsGiveTheValueOrAnEmptyOne) {
     const Values values;
     for (const Assignment& a : Assignments(values)) {
-        const Variant reference = Reference(a);
+        Variant reference(L"old value");  // what the assignment gives on the plain heap
+        a.assign(reference);
         Drive(std::string("assign ") + a.name, [&](Probe& p) {
             Variant target = Target(p);
             target = L"old value";
@@ -242,6 +244,7 @@ TEST(VariantFaults, AssignmentsCopiesAndTextsGiveTheValueOrAnEmptyOne) {
                 EXPECT_TRUE(Same(target, reference, p.Fired()));
             } else {
                 EXPECT_EQ(target.GetVarType(), VARIANT_EMPTY);
+                ExpectRefusal(p);
             }
         });
         Drive(std::string("copy of ") + a.name, [&](Probe& p) {
@@ -260,6 +263,7 @@ TEST(VariantFaults, AssignmentsCopiesAndTextsGiveTheValueOrAnEmptyOne) {
             } else {
                 // Untouched when the copy construction failed, empty when the assignment did.
                 EXPECT_TRUE(target.GetVarType() == VARIANT_EMPTY || target == 1.5);
+                ExpectRefusal(p);
             }
             EXPECT_TRUE(Same(source, reference, false));
         });

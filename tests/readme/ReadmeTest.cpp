@@ -12,19 +12,15 @@
 
 namespace {
 
-std::vector<std::string> ReadLines(const char* path) {
+// The blocks of the file at `path` between `open` and `close` lines, with the
+// indentation of the opening line removed.
+std::vector<std::string> Blocks(const std::string& path, const std::string& open,
+                                const std::string& close) {
     std::ifstream in(path);
     std::vector<std::string> lines;
     for (std::string line; std::getline(in, line);) {
         lines.push_back(line);
     }
-    return lines;
-}
-
-// The blocks between `open` and `close` lines, with the indentation of the opening
-// line removed.
-std::vector<std::string> Blocks(const std::vector<std::string>& lines, const std::string& open,
-                                const std::string& close) {
     std::vector<std::string> blocks;
     for (size_t i = 0; i < lines.size(); ++i) {
         const size_t at = lines[i].find(open);
@@ -42,11 +38,11 @@ std::vector<std::string> Blocks(const std::vector<std::string>& lines, const std
 }
 
 TEST(ReadmeText, CodeBlocksAreTheCompiledSnippets) {
-    const auto readme = Blocks(ReadLines(ZELVOR_README), "```cpp", "```");
+    const auto readme = Blocks(ZELVOR_README, "```cpp", "```");
     std::vector<std::string> snippets;
     std::istringstream files(ZELVOR_SNIPPETS);
     for (std::string file; std::getline(files, file, ',');) {
-        const auto found = Blocks(ReadLines(file.c_str()), "// [readme]", "// [/readme]");
+        const auto found = Blocks(file, "// [readme]", "// [/readme]");
         EXPECT_FALSE(found.empty()) << "no snippets in " << file;
         snippets.insert(snippets.end(), found.begin(), found.end());
     }

@@ -6,19 +6,22 @@
 #include <clocale>
 #include <cmath>
 #include <cstring>
-#include <cwchar>
 #include <functional>
 #include <limits>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
 
+#include "schedule/ScheduleSupport.h"
+#include "support/Cases.h"
 #include "support/TestDoubles.h"
 
 namespace {
 
+using ScheduleTest::T;
 using ZelvorDataType::BigDecimal;
 using ZelvorDataType::CellFmtData;
 using ZelvorDataType::DateTime;
@@ -49,9 +52,6 @@ Variant Date(const DateTime& value, bool time = false) {
     time ? v.SetTime(value) : v.SetDate(value);
     return v;
 }
-Variant Time(const DateTime& value) {
-    return Date(value, true);
-}
 
 const CellFmtData kCell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
 
@@ -59,6 +59,60 @@ const CellFmtData kCell(2.5, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL);
 std::unique_ptr<ZelvorDataType::Binary> Block(const std::string& bytes) {
     return std::unique_ptr<ZelvorDataType::Binary>(
         ZelvorDataType::CreateBinary(bytes.data(), bytes.size()));
+}
+
+// UTF-8 text as wide characters: the tables keep their texts in UTF-8.
+std::wstring Wide(const std::string& utf8) {
+    std::wstring wide;
+    for (size_t i = 0; i < utf8.size(); ++i) {
+        unsigned int c = static_cast<unsigned char>(utf8[i]);
+        const int more = c < 0x80 ? 0 : c < 0xE0 ? 1 : 2;
+        c &= more == 0 ? 0x7FU : more == 1 ? 0x1FU : 0x0FU;
+        for (int k = 0; k < more && i + 1 < utf8.size(); ++k) {
+            c = (c << 6) | (static_cast<unsigned char>(utf8[++i]) & 0x3FU);
+        }
+        wide += static_cast<wchar_t>(c);
+    }
+    return wide;
+}
+
+// The Variant a table row names by kind and value: a text in double quotes keeps its
+// spaces, a block is written in hex, dates as "2024-03-05 07:08:09.012" (read by the
+// schedule suites' T), a cell by its number.
+Variant Make(const std::string& kind, std::string value) {
+    if (value.size() >= 2 && value.front() == '"' && value.back() == '"') {
+        value = value.substr(1, value.size() - 2);
+    }
+    using Maker = std::function<Variant(const std::string&)>;
+    static const std::map<std::string, Maker> makers = {
+        {"empty", [](const std::string&) { return Variant(); }},
+        {"int", [](const std::string& v) { return Variant(std::stoi(v)); }},
+        {"unsigned",
+         [](const std::string& v) { return Variant(static_cast<unsigned int>(std::stoul(v))); }},
+        {"short", [](const std::string& v) { return Variant(static_cast<short>(std::stoi(v))); }},
+        {"long", [](const std::string& v) { return Variant(std::stoll(v)); }},
+        {"float", [](const std::string& v) { return Variant(std::stof(v)); }},
+        {"double", [](const std::string& v) { return Variant(std::stod(v)); }},
+        {"text", [](const std::string& v) { return Variant(v.c_str()); }},
+        {"wide", [](const std::string& v) { return Variant(Wide(v).c_str()); }},
+        {"date", [](const std::string& v) { return Date(T(v.c_str())); }},
+        {"time", [](const std::string& v) { return Date(T(v.c_str()), true); }},
+        {"datetime", [](const std::string& v) { return Variant(T(v.c_str())); }},
+        {"decimal", [](const std::string& v) { return Variant(BigDecimal(v.c_str())); }},
+        {"cell",
+         [](const std::string& v) {
+             return Variant(CellFmtData(std::stod(v), CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL));
+         }},
+        {"block",
+         [](const std::string& v) {
+             std::string bytes;
+             for (size_t i = 0; i + 1 < v.size(); i += 2) {
+                 bytes += static_cast<char>(std::stoi(v.substr(i, 2), nullptr, 16));
+             }
+             return Variant(Block(bytes).get());
+         }},
+    };
+    return makers.at(kind)(value);
 }
 
 TEST(VariantLifecycle, EmptyAndNullStates) {
@@ -132,30 +186,6 @@ TEST(VariantLifecycle, ContractHearsExactByteCountsForTextsAndBlocks) {
     }
 }
 
-TEST(VariantLifecycle, RefusalThrowsAndLeavesEmpty) {
-    const auto block = Block("\x01\x02\x03\x04\x05");
-    const std::function<void(Variant&)> assignments[] = {
-        [](Variant& v) { v = L"abc"; },
-        [](Variant& v) { v = "abc"; },
-        [&](Variant& v) { v = block.get(); },
-        [](Variant& v) { v = Variant(L"copied"); },
-    };
-    for (const auto& assign : assignments) {
-        CountingContract contract(2);  // grants the first request, refuses the second
-        Variant v(&contract);
-        v = L"old value, on the heap";
-        EXPECT_EQ(Thrown([&] { assign(v); }), L"Not enough memory left.");
-        EXPECT_EQ(v.GetVarType(), -1);
-        EXPECT_EQ(contract.taken.size(), 1U);
-    }
-    CountingContract contract(2);
-    Variant source(&contract);
-    source = L"text";
-    // The copy takes the source's contract, which refuses.
-    EXPECT_EQ(Thrown([&] { (void)Variant(source); }), L"Not enough memory left.");
-    EXPECT_EQ(contract.refs, 1);  // the failed copy gave its reference back
-}
-
 TEST(VariantLifecycle, ArenaHoldsEverythingAndCopiesUseTheTargetsOwn) {
     RefusingBuffer arena;
     Variant inArena(&arena);
@@ -224,88 +254,17 @@ TEST(VariantLifecycle, SwapAndTakeValue) {
     EXPECT_EQ(static_cast<int>(narrow), 0);
 }
 
-// One sample of every tag, with the pairs that the rules tell apart: the int -1 and the
-// unsigned 4294967295, a float and a double 0.1, dates and times that agree in one half.
-std::vector<Variant> Samples() {
-    const auto b12 = Block("\x01\x02");
-    const auto b13 = Block("\x01\x03");
-    const DateTime morning(2024, 3, 5, 10);
-    return {
-        Variant(),                                          //  0 empty
-        Variant(-1),                                        //  1 int -1
-        Variant(4294967295U),                               //  2 unsigned 4294967295
-        Variant(static_cast<short>(-1)),                    //  3 short -1
-        Variant(-1LL),                                      //  4 long long -1
-        Variant(1),                                         //  5 int 1
-        Variant(1.0),                                       //  6 double 1
-        Variant(1.0F),                                      //  7 float 1
-        Variant(1.5),                                       //  8 double 1.5
-        Variant(1LL),                                       //  9 long long 1
-        Variant(std::numeric_limits<double>::quiet_NaN()),  // 10
-        Variant(0.1F),                                      // 11 float 0.1
-        Variant(0.1),                                       // 12 double 0.1
-        Variant("0"),                                       // 13
-        Variant(L"ab"),                                     // 14
-        Variant("abc"),                                     // 15
-        Variant(b12.get()),                                 // 16
-        Variant(b13.get()),                                 // 17
-        Date(morning),                                      // 18 date 2024-03-05 10:00
-        Date(DateTime(2024, 3, 5, 12)),                     // 19 date, same day at noon
-        Time(DateTime(2020, 1, 1, 10)),                     // 20 time 10:00 in 2020
-        Time(morning),                                      // 21 time, the same instant as 18
-        Variant(morning),                                   // 22 date-time, the same instant
-        Variant(BigDecimal("1.50")),                        // 23
-        Variant(BigDecimal("1.5")),                         // 24
-        Variant(BigDecimal("2")),                           // 25
-        Variant(CellFmtData(1.0, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL)),  // 26
-        Variant(CellFmtData(2.0, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL)),  // 27
-    };
-}
-
-// Row: left operand, column: right operand, both in the order of Samples(); groups are
-// empty, numbers, texts, blocks, date tags, decimals, cells. '=': equal, '<': below,
-// '+': both, '.': neither, 'x': ordering throws "Variant types incomparable" (and
-// IsTypeComparable is false; such pairs are never equal).
+// Every pair of the samples in variant/Compare.cases: equality, order and comparability.
 TEST(VariantCompare, EqualityOrderAndComparabilityOverAllPairs) {
-    const char* rows[] = {
-        "= <<<<<<<<<<<< <<< << <<<<< <<< <<",  //  0 empty: equal to itself, below the rest
-        ". =+==<<<<<.<< xxx xx xxxxx xxx xx",  //  1 int -1 equals 4294967295, yet is below
-        ". ===......... xxx xx xxxxx xxx xx",  //  2 zero-extended to meet a long long
-        ". =+==<<<<<.<< xxx xx xxxxx xxx xx",  //  3 a short is sign-extended
-        ". =<==<<<<<<<< xxx xx xxxxx xxx xx",  //  4 long long order: NaN reads as 0
-        ". .<..===<=... xxx xx xxxxx xxx xx",  //  5
-        ". .<..===<=... xxx xx xxxxx xxx xx",  //  6
-        ". .<..===<=... xxx xx xxxxx xxx xx",  //  7
-        ". .<.....=.... xxx xx xxxxx xxx xx",  //  8 1.5 < 1LL is false...
-        ". .<..===.=... xxx xx xxxxx xxx xx",  //  9 ...and so is 1LL < 1.5
-        ". ............ xxx xx xxxxx xxx xx",  // 10 NaN: not equal, not below, not above
-        ". .<..<<<<<.=. xxx xx xxxxx xxx xx",  // 11 float 0.1 is not double 0.1
-        ". .<..<<<<<.<= xxx xx xxxxx xxx xx",  // 12
-        ". xxxxxxxxxxxx =<< xx xxxxx xxx xx",  // 13 the text "0" is not the number 0
-        ". xxxxxxxxxxxx .=< xx xxxxx xxx xx",  // 14 a prefix comes first
-        ". xxxxxxxxxxxx ..= xx xxxxx xxx xx",  // 15
-        ". xxxxxxxxxxxx xxx =< xxxxx xxx xx",  // 16
-        ". xxxxxxxxxxxx xxx .= xxxxx xxx xx",  // 17
-        ". xxxxxxxxxxxx xxx xx =+... xxx xx",  // 18 equal as dates, ordered as instants
-        ". xxxxxxxxxxxx xxx xx ==... xxx xx",  // 19
-        ". xxxxxxxxxxxx xxx xx <<=+< xxx xx",  // 20 equal as times, ordered as instants
-        ". xxxxxxxxxxxx xxx xx .<==. xxx xx",  // 21
-        ". xxxxxxxxxxxx xxx xx =<.== xxx xx",  // 22 a date-time compares whole values
-        ". xxxxxxxxxxxx xxx xx xxxxx ==< xx",  // 23 1.50 equals 1.5
-        ". xxxxxxxxxxxx xxx xx xxxxx ==< xx",  // 24
-        ". xxxxxxxxxxxx xxx xx xxxxx ..= xx",  // 25
-        ". xxxxxxxxxxxx xxx xx xxxxx xxx =<",  // 26
-        ". xxxxxxxxxxxx xxx xx xxxxx xxx .=",  // 27
-    };
-    // The tag each way of setting gives, in the same order.
-    const int tags[] = {-1, 1, 2,  21, 34, 1,  6,  7,  6,  34, 6,  7,  6,  9,
-                        9,  9, 11, 11, 14, 14, 15, 15, 16, 30, 30, 30, 31, 31};
-    std::vector<Variant> samples = Samples();
-    ASSERT_EQ(std::size(rows), samples.size());
-    ASSERT_EQ(std::size(tags), samples.size());
+    const auto cases = ZelvorTest::ReadCases("variant/Compare.cases");
+    std::vector<Variant> samples;
+    for (const auto& c : cases) {
+        samples.push_back(Make(c[0], c[1]));
+        EXPECT_EQ(samples.back().GetVarType(), std::stoi(c[2])) << c.where;
+    }
     for (size_t i = 0; i < samples.size(); ++i) {
-        EXPECT_EQ(samples[i].GetVarType(), tags[i]) << i;
-        std::string row = rows[i];
+        SCOPED_TRACE(cases[i].where);
+        std::string row = cases[i][3];
         std::erase(row, ' ');
         ASSERT_EQ(row.size(), samples.size());
         for (size_t j = 0; j < samples.size(); ++j) {
@@ -336,7 +295,7 @@ TEST(VariantCompare, NumericWideningAndPlainOperands) {
     EXPECT_TRUE(Variant(L"gr\u00FC\u00DF") == "gr\xC3\xBC\xC3\x9F");
     // Against a plain DateTime every date tag compares the whole value.
     EXPECT_FALSE(Date(DateTime(2024, 3, 5, 10)) == noon);
-    EXPECT_TRUE(Time(noon) == noon);
+    EXPECT_TRUE(Date(noon, true) == noon);
     EXPECT_TRUE(Variant(BigDecimal("2.50")) == BigDecimal("2.5"));
     EXPECT_FALSE(Variant(2.5) == BigDecimal("2.5"));
     EXPECT_TRUE(Variant(cell) == cell);
@@ -353,50 +312,15 @@ TEST(VariantCompare, InvalidBigDecimalThrowsItsOwnError) {
     EXPECT_FALSE(invalid == 1);  // a mismatch is settled by the tags alone
 }
 
-constexpr long long kMax64 = std::numeric_limits<long long>::max();
-
 TEST(VariantConvert, NumericCastsNeverFail) {
-    const auto block = Block("\x07");
-    const struct {
-        const char* name;
-        Variant value;
-        short s;
-        int i;
-        unsigned int u;
-        long long ll;
-        float f;
-        double d;
-    } cases[] = {
-        {"int -1", Variant(-1), -1, -1, 4294967295U, -1, -1.0F, -1.0},
-        {"unsigned max", Variant(4294967295U), -1, -1, 4294967295U, 4294967295LL, 4294967296.0F,
-         4294967295.0},
-        {"short -1", Variant(static_cast<short>(-1)), -1, -1, 4294967295U, -1, -1.0F, -1.0},
-        {"long long 2^32", Variant(4294967296LL), 0, 0, 0U, 4294967296LL, 4294967296.0F,
-         4294967296.0},
-        {"long long 2^53+1", Variant(9007199254740993LL), 1, 1, 1U, 9007199254740993LL,
-         9007199254740992.0F, 9007199254740992.0},
-        {"double 65537.9", Variant(65537.9), 1, 65537, 65537U, 65537, 65537.9F, 65537.9},
-        {"double -1.9", Variant(-1.9), -1, -1, 4294967295U, -1, -1.9F, -1.9},
-        {"double 3e9", Variant(3e9), 24064, -1294967296, 3000000000U, 3000000000LL, 3e9F, 3e9},
-        {"double 1e30 saturates", Variant(1e30), -1, -1, 4294967295U, kMax64, 1e30F, 1e30},
-        {"double 0.1", Variant(0.1), 0, 0, 0U, 0, 0.1F, 0.1},
-        {"text 42", Variant(L"42"), 0, 42, 0U, 0, 0.0F, 0.0},
-        {"text  -42abc", Variant(" -42abc"), 0, -42, 0U, 0, 0.0F, 0.0},
-        {"text, low 32 bits", Variant("99999999999"), 0, 1215752191, 0U, 0, 0.0F, 0.0},
-        {"empty", Variant(), 0, 0, 0U, 0, 0.0F, 0.0},
-        {"date", Variant(DateTime(2024, 1, 2)), 0, 0, 0U, 0, 0.0F, 0.0},
-        {"decimal", Variant(BigDecimal("42")), 0, 0, 0U, 0, 0.0F, 0.0},
-        {"block", Variant(block.get()), 0, 0, 0U, 0, 0.0F, 0.0},
-        {"cell", Variant(CellFmtData(65537.9, CELLFMT_TYPE_DEFAULT, ZelvorBase::GUID_NULL)), 1,
-         65537, 65537U, 65537, 65537.9F, 65537.9},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(static_cast<short>(c.value), c.s) << c.name;
-        EXPECT_EQ(static_cast<int>(c.value), c.i) << c.name;
-        EXPECT_EQ(static_cast<unsigned int>(c.value), c.u) << c.name;
-        EXPECT_EQ(static_cast<long long>(c.value), c.ll) << c.name;
-        EXPECT_EQ(static_cast<float>(c.value), c.f) << c.name;
-        EXPECT_EQ(static_cast<double>(c.value), c.d) << c.name;
+    for (const auto& c : ZelvorTest::ReadCases("variant/Casts.cases")) {
+        const Variant value = Make(c[0], c[1]);
+        EXPECT_EQ(static_cast<short>(value), static_cast<short>(std::stoi(c[2]))) << c.where;
+        EXPECT_EQ(static_cast<int>(value), std::stoi(c[3])) << c.where;
+        EXPECT_EQ(static_cast<unsigned int>(value), std::stoul(c[4])) << c.where;
+        EXPECT_EQ(static_cast<long long>(value), std::stoll(c[5])) << c.where;
+        EXPECT_EQ(static_cast<float>(value), std::stof(c[6])) << c.where;
+        EXPECT_EQ(static_cast<double>(value), std::stod(c[7])) << c.where;
     }
 
     const Variant nan(std::numeric_limits<double>::quiet_NaN());
@@ -411,8 +335,8 @@ TEST(VariantConvert, StrictCastsCheckTheTag) {
     const CellFmtData& cell = kCell;
     const auto block = Block("\x07");
     const Variant values[] = {
-        Variant(),    Variant(5),   Variant(block.get()),        Variant(stored),
-        Date(stored), Time(stored), Variant(BigDecimal("1.50")), Variant(cell)};
+        Variant(),    Variant(5),         Variant(block.get()),        Variant(stored),
+        Date(stored), Date(stored, true), Variant(BigDecimal("1.50")), Variant(cell)};
     for (const Variant& v : values) {
         const int tag = v.GetVarType();
         const bool isDate = tag == 14 || tag == 15 || tag == 16;
@@ -460,45 +384,16 @@ void CheckArrayForms(const Variant& v, const std::wstring& wide, const std::stri
 }
 
 TEST(VariantText, EveryFormByTag) {
-    const auto block = Block("ab");
-    const DateTime when(2024, 3, 5, 7, 8, 9, 12);
-    const char* whenText = "2024-03-05 07:08:09.012";
-    const struct {
-        const char* name;
-        Variant value;
-        const wchar_t* wide;  // ToWString()
-        const char* narrow;   // ToString()
-        const char* vb;       // ToStringVBBehavior()
-        bool cell;            // the array and length forms give the empty text
-    } cases[] = {
-        {"empty", Variant(), L"", "", "", false},
-        {"int", Variant(-5), L"-5", "-5", "-5", false},
-        {"unsigned", Variant(4294967295U), L"-1", "-1", "-1", false},
-        {"short", Variant(static_cast<short>(-1)), L"-1", "-1", "-1", false},
-        {"double 1.5", Variant(1.5), L"1.500000000000000", "1.500000000000000", "1.5", false},
-        {"double 0.1", Variant(0.1), L"0.100000000000000", "0.100000000000000", "0.1", false},
-        {"double 1e20", Variant(1e20), L"100000000000000000000.000000000000000",
-         "100000000000000000000.000000000000000", "1e+20", false},
-        {"float 0.1", Variant(0.1F), L"0.100000001490116", "0.100000001490116", "0.100000001490116",
-         false},
-        {"long long min", Variant(std::numeric_limits<long long>::min()), L"-9223372036854775808",
-         "-9223372036854775808", "-9223372036854775808", false},
-        {"text", Variant(L"gr\u00FC\u00DF"), L"gr\u00FC\u00DF", "gr\xC3\xBC\xC3\x9F",
-         "gr\xC3\xBC\xC3\x9F", false},
-        {"block", Variant(block.get()), L"", "", "", false},
-        {"date", Date(when), L"2024-03-05 07:08:09.012", whenText, "3/5/2024", false},
-        {"time", Time(when), L"2024-03-05 07:08:09.012", whenText, "3/5/2024", false},
-        {"decimal", Variant(BigDecimal("1.50")), L"1.50", "1.50", "1.50", false},
-        {"cell", Variant(kCell), L"2.500000", "", "", true},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(std::wstring(c.value.ToWString().c_str()), c.wide) << c.name;
-        EXPECT_EQ(std::string(c.value.ToString().c_str()), c.narrow) << c.name;
-        EXPECT_EQ(std::string(c.value.ToStringVBBehavior().c_str()), c.vb) << c.name;
-        const std::wstring arrayWide = c.cell ? L"" : c.wide;
-        EXPECT_EQ(c.value.GetWStringLength(), arrayWide.size()) << c.name;
-        EXPECT_EQ(c.value.GetStringLength(), std::strlen(c.narrow)) << c.name;
-        CheckArrayForms(c.value, arrayWide, c.narrow, c.name);
+    for (const auto& c : ZelvorTest::ReadCases("variant/Texts.cases")) {
+        const Variant value = Make(c[0], c[1]);
+        const std::wstring wide = Wide(c[2]);
+        EXPECT_EQ(std::wstring(value.ToWString().c_str()), wide) << c.where;
+        EXPECT_EQ(std::string(value.ToString().c_str()), c[3]) << c.where;
+        EXPECT_EQ(std::string(value.ToStringVBBehavior().c_str()), c[4]) << c.where;
+        const std::wstring arrayWide = c[5] == "cell" ? L"" : wide;
+        EXPECT_EQ(value.GetWStringLength(), arrayWide.size()) << c.where;
+        EXPECT_EQ(value.GetStringLength(), c[3].size()) << c.where;
+        CheckArrayForms(value, arrayWide, c[3], c.where.c_str());
     }
 }
 
