@@ -4,6 +4,7 @@
 
 namespace {
 
+using CalendarTest::DateOf;
 using CalendarTest::Text;
 using ZelvorDataType::DateTime;
 using ZelvorDataType::TimeSpan;
@@ -47,29 +48,14 @@ TEST(CalendarArithmetic, SumsDifferencesAndClamps) {
     EXPECT_EQ((DateTime(2024, 1, 1, 0, 0, 0, 0, 60) + TimeSpan(0)).GetZoneMinutes(), 0);
 }
 
-// Fri 2024-01-05, Sat 01-06, Sun 01-07, Mon 01-08.
 TEST(WorkingDays, AddAndMinusStepOverWeekends) {
-    const struct {
-        DateTime start;
-        bool add;
-        TimeSpan span;
-        const char* text;
-    } cases[] = {
-        {DateTime(2024, 1, 5, 10), true, TimeSpan(1, 0, 0, 0, 0), "2024-01-08 10:00:00.000"},
-        {DateTime(2024, 1, 8, 10), true, TimeSpan(5, 0, 0, 0, 0), "2024-01-15 10:00:00.000"},
-        {DateTime(2024, 1, 6, 10), true, TimeSpan(1, 0, 0, 0, 0), "2024-01-09 10:00:00.000"},
-        {DateTime(2024, 1, 5, 20), true, TimeSpan(1, 6, 0, 0, 0), "2024-01-09 02:00:00.000"},
-        {DateTime(2024, 1, 8, 10), true, TimeSpan(-1, 0, 0, 0, 0), "2024-01-07 10:00:00.000"},
-        {DateTime(2024, 1, 3, 9), true, TimeSpan(12, 0, 0, 0, 0), "2024-01-19 09:00:00.000"},
-        {DateTime(2024, 1, 8, 10), false, TimeSpan(1, 0, 0, 0, 0), "2024-01-05 10:00:00.000"},
-        {DateTime(2024, 1, 6, 10), false, TimeSpan(1, 0, 0, 0, 0), "2024-01-05 10:00:00.000"},
-        {DateTime(2024, 1, 8, 2), false, TimeSpan(0, 6, 0, 0, 0), "2024-01-05 20:00:00.000"},
-        {DateTime(2024, 1, 12, 9), false, TimeSpan(5, 0, 0, 0, 0), "2024-01-05 09:00:00.000"},
-        {DateTime(2024, 1, 10, 9), false, TimeSpan(7, 0, 0, 0, 0), "2024-01-01 09:00:00.000"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Text(c.add ? c.start.Add(c.span) : c.start.Minus(c.span)), c.text)
-            << Text(c.start) << (c.add ? " + " : " - ") << c.span.GetTotalMilliseconds();
+    for (const auto& c : ZelvorTest::ReadCases("calendar/WorkingDays.cases")) {
+        const DateTime start = DateOf(c[0]);
+        const std::vector<long long> n = CalendarTest::Numbers(c[2]);
+        ASSERT_EQ(n.size(), 5u) << c.where;
+        const TimeSpan span(static_cast<int>(n[0]), static_cast<int>(n[1]), static_cast<int>(n[2]),
+                            static_cast<int>(n[3]), static_cast<int>(n[4]));
+        EXPECT_EQ(Text(c[1] == "+" ? start.Add(span) : start.Minus(span)), c[3]) << c.where;
     }
 }
 
@@ -106,19 +92,8 @@ TEST(Order, FieldsDecideCachesAndZonesDoNot) {
 }
 
 TEST(RoundToSeconds, CarriesLikeAnOdometer) {
-    const struct {
-        DateTime value;
-        const char* text;
-    } cases[] = {
-        {DateTime(2024, 12, 31, 23, 59, 59, 500), "2025-01-01 00:00:00.000"},
-        {DateTime(2024, 2, 28, 23, 59, 59, 999), "2024-02-29 00:00:00.000"},
-        {DateTime(2023, 2, 28, 23, 59, 59, 999), "2023-03-01 00:00:00.000"},
-        {DateTime(2024, 5, 6, 7, 59, 59, 500), "2024-05-06 08:00:00.000"},
-        {DateTime(2024, 5, 6, 7, 8, 9, 499), "2024-05-06 07:08:09.000"},
-        {DateTime(65535, 12, 31, 23, 59, 59, 999), "0000-01-01 00:00:00.000"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Text(c.value.RoundToSeconds()), c.text);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/RoundToSeconds.cases")) {
+        EXPECT_EQ(Text(DateOf(c[0]).RoundToSeconds()), c[1]) << c.where;
     }
     EXPECT_EQ(DateTime(2024, 1, 1, 0, 0, 0, 700, 120).RoundToSeconds().GetZoneMinutes(), 120);
 }
