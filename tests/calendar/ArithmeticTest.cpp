@@ -5,6 +5,7 @@
 namespace {
 
 using CalendarTest::DateOf;
+using CalendarTest::SpanOf;
 using CalendarTest::Text;
 using ZelvorDataType::DateTime;
 using ZelvorDataType::TimeSpan;
@@ -12,24 +13,14 @@ using ZelvorDataType::TimeSpan;
 constexpr long long kDay = 86400000;
 
 TEST(TimeSpans, TotalsTruncateTowardZero) {
-    const struct {
-        TimeSpan span;
-        int days, hours, minutes, seconds;
-        long long ms;
-    } cases[] = {
-        {TimeSpan(0, 0, 90, 0, 0), 0, 1, 90, 5400, 5400000},
-        {TimeSpan(0, 0, 0, 0, -1), 0, 0, 0, 0, -1},
-        {TimeSpan(-1, 0, 0, 0, 0), -1, -24, -1440, -86400, -kDay},
-        {TimeSpan(1, 25, -61, 3601, 1001), 2, 48, 2939, 176342, 176342001},
-        // 2^32 + 5 seconds: the totals keep their low 32 bits.
-        {TimeSpan(4294967301000LL), 49710, 1193046, 71582788, 5, 4294967301000LL},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.span.GetTotalDays(), c.days) << c.ms;
-        EXPECT_EQ(c.span.GetTotalHours(), c.hours) << c.ms;
-        EXPECT_EQ(c.span.GetTotalMinutes(), c.minutes) << c.ms;
-        EXPECT_EQ(c.span.GetTotalSeconds(), c.seconds) << c.ms;
-        EXPECT_EQ(c.span.GetTotalMilliseconds(), c.ms);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/TimeSpans.cases")) {
+        SCOPED_TRACE(c.where);
+        const TimeSpan span = SpanOf(c[0]);
+        EXPECT_EQ(span.GetTotalDays(), std::stoi(c[1]));
+        EXPECT_EQ(span.GetTotalHours(), std::stoi(c[2]));
+        EXPECT_EQ(span.GetTotalMinutes(), std::stoi(c[3]));
+        EXPECT_EQ(span.GetTotalSeconds(), std::stoi(c[4]));
+        EXPECT_EQ(span.GetTotalMilliseconds(), std::stoll(c[5]));
     }
 }
 
@@ -51,27 +42,16 @@ TEST(CalendarArithmetic, SumsDifferencesAndClamps) {
 TEST(WorkingDays, AddAndMinusStepOverWeekends) {
     for (const auto& c : ZelvorTest::ReadCases("calendar/WorkingDays.cases")) {
         const DateTime start = DateOf(c[0]);
-        const std::vector<long long> n = CalendarTest::Numbers(c[2]);
-        ASSERT_EQ(n.size(), 5u) << c.where;
-        const TimeSpan span(static_cast<int>(n[0]), static_cast<int>(n[1]), static_cast<int>(n[2]),
-                            static_cast<int>(n[3]), static_cast<int>(n[4]));
+        const TimeSpan span = SpanOf(c[2]);
         EXPECT_EQ(Text(c[1] == "+" ? start.Add(span) : start.Minus(span)), c[3]) << c.where;
     }
 }
 
 TEST(WorkingDays, SpanRemovesWeekends) {
-    const struct {
-        DateTime later, earlier;
-        long long ms;
-    } cases[] = {
-        {DateTime(2024, 1, 15), DateTime(2024, 1, 12), kDay},
-        {DateTime(2024, 1, 22), DateTime(2024, 1, 12), 6 * kDay},
-        {DateTime(2024, 1, 10), DateTime(2024, 1, 6), 2 * kDay},
-        {DateTime(2024, 1, 12, 18), DateTime(2024, 1, 8, 9), 4 * kDay + 9 * 3600000LL},
-        {DateTime(2024, 1, 12), DateTime(2024, 1, 15), -3 * kDay},  // backwards: no mirror
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.later.Span(c.earlier).GetTotalMilliseconds(), c.ms) << Text(c.later);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/WorkingSpans.cases")) {
+        EXPECT_EQ(DateOf(c[0]).Span(DateOf(c[1])).GetTotalMilliseconds(),
+                  SpanOf(c[2]).GetTotalMilliseconds())
+            << c.where;
     }
 }
 

@@ -46,4 +46,15 @@ inline DateTime DateOf(const std::string& field) {
                     static_cast<int>(n[6]));
 }
 
+// A span from "days hours minutes seconds milliseconds", or from one count of milliseconds.
+inline ZelvorDataType::TimeSpan SpanOf(const std::string& field) {
+    const std::vector<long long> n = Numbers(field);
+    if (n.size() != 5) {
+        return ZelvorDataType::TimeSpan(n.empty() ? 0 : n[0]);
+    }
+    return ZelvorDataType::TimeSpan(static_cast<int>(n[0]), static_cast<int>(n[1]),
+                                    static_cast<int>(n[2]), static_cast<int>(n[3]),
+                                    static_cast<int>(n[4]));
+}
+
 }  // namespace CalendarTest

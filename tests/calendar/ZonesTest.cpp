@@ -125,19 +125,9 @@ TEST(SecondsSince1970, BothWays) {
     const DateTime copy(raw);
     EXPECT_EQ(copy.GetMillisecond(), 999);
 
-    const struct {
-        DateTime value;
-        long truncated;
-        long long rounded;
-    } back[] = {
-        {DateTime(1970, 1, 1, 0, 0, 1, 999), 1, 2},
-        {DateTime(1969, 12, 31, 23, 59, 59, 500), 0, 0},
-        {DateTime(1969, 12, 31, 23, 59, 58, 400), -1, -1},
-        {DateTime(2024, 3, 5, 11, 8, 9, 500), 1709636889, 1709636890},
-    };
-    for (const auto& c : back) {
-        EXPECT_EQ(c.value.Totime_t(), c.truncated) << Text(c.value);
-        EXPECT_EQ(c.value.Totime_t64(), c.rounded) << Text(c.value);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/ToSeconds.cases")) {
+        EXPECT_EQ(DateOf(c[0]).Totime_t(), std::stol(c[1])) << c.where;
+        EXPECT_EQ(DateOf(c[0]).Totime_t64(), std::stoll(c[2])) << c.where;
     }
 }
 
