@@ -7,7 +7,6 @@
 #include <new>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include <ZelvorDataType/BigDecimal.h>
 #include "support/Cases.h"
