@@ -4,6 +4,8 @@
 
 namespace {
 
+using CalendarTest::DateOf;
+using CalendarTest::SpanOf;
 using CalendarTest::Text;
 using ZelvorDataType::DateTime;
 using ZelvorDataType::TimeSpan;
@@ -11,24 +13,14 @@ using ZelvorDataType::TimeSpan;
 constexpr long long kDay = 86400000;
 
 TEST(TimeSpans, TotalsTruncateTowardZero) {
-    const struct {
-        TimeSpan span;
-        int days, hours, minutes, seconds;
-        long long ms;
-    } cases[] = {
-        {TimeSpan(0, 0, 90, 0, 0), 0, 1, 90, 5400, 5400000},
-        {TimeSpan(0, 0, 0, 0, -1), 0, 0, 0, 0, -1},
-        {TimeSpan(-1, 0, 0, 0, 0), -1, -24, -1440, -86400, -kDay},
-        {TimeSpan(1, 25, -61, 3601, 1001), 2, 48, 2939, 176342, 176342001},
-        // 2^32 + 5 seconds: the totals keep their low 32 bits.
-        {TimeSpan(4294967301000LL), 49710, 1193046, 71582788, 5, 4294967301000LL},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.span.GetTotalDays(), c.days) << c.ms;
-        EXPECT_EQ(c.span.GetTotalHours(), c.hours) << c.ms;
-        EXPECT_EQ(c.span.GetTotalMinutes(), c.minutes) << c.ms;
-        EXPECT_EQ(c.span.GetTotalSeconds(), c.seconds) << c.ms;
-        EXPECT_EQ(c.span.GetTotalMilliseconds(), c.ms);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/TimeSpans.cases")) {
+        SCOPED_TRACE(c.where);
+        const TimeSpan span = SpanOf(c[0]);
+        EXPECT_EQ(span.GetTotalDays(), std::stoi(c[1]));
+        EXPECT_EQ(span.GetTotalHours(), std::stoi(c[2]));
+        EXPECT_EQ(span.GetTotalMinutes(), std::stoi(c[3]));
+        EXPECT_EQ(span.GetTotalSeconds(), std::stoi(c[4]));
+        EXPECT_EQ(span.GetTotalMilliseconds(), std::stoll(c[5]));
     }
 }
 
@@ -47,45 +39,19 @@ TEST(CalendarArithmetic, SumsDifferencesAndClamps) {
     EXPECT_EQ((DateTime(2024, 1, 1, 0, 0, 0, 0, 60) + TimeSpan(0)).GetZoneMinutes(), 0);
 }
 
-// Fri 2024-01-05, Sat 01-06, Sun 01-07, Mon 01-08.
 TEST(WorkingDays, AddAndMinusStepOverWeekends) {
-    const struct {
-        DateTime start;
-        bool add;
-        TimeSpan span;
-        const char* text;
-    } cases[] = {
-        {DateTime(2024, 1, 5, 10), true, TimeSpan(1, 0, 0, 0, 0), "2024-01-08 10:00:00.000"},
-        {DateTime(2024, 1, 8, 10), true, TimeSpan(5, 0, 0, 0, 0), "2024-01-15 10:00:00.000"},
-        {DateTime(2024, 1, 6, 10), true, TimeSpan(1, 0, 0, 0, 0), "2024-01-09 10:00:00.000"},
-        {DateTime(2024, 1, 5, 20), true, TimeSpan(1, 6, 0, 0, 0), "2024-01-09 02:00:00.000"},
-        {DateTime(2024, 1, 8, 10), true, TimeSpan(-1, 0, 0, 0, 0), "2024-01-07 10:00:00.000"},
-        {DateTime(2024, 1, 3, 9), true, TimeSpan(12, 0, 0, 0, 0), "2024-01-19 09:00:00.000"},
-        {DateTime(2024, 1, 8, 10), false, TimeSpan(1, 0, 0, 0, 0), "2024-01-05 10:00:00.000"},
-        {DateTime(2024, 1, 6, 10), false, TimeSpan(1, 0, 0, 0, 0), "2024-01-05 10:00:00.000"},
-        {DateTime(2024, 1, 8, 2), false, TimeSpan(0, 6, 0, 0, 0), "2024-01-05 20:00:00.000"},
-        {DateTime(2024, 1, 12, 9), false, TimeSpan(5, 0, 0, 0, 0), "2024-01-05 09:00:00.000"},
-        {DateTime(2024, 1, 10, 9), false, TimeSpan(7, 0, 0, 0, 0), "2024-01-01 09:00:00.000"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Text(c.add ? c.start.Add(c.span) : c.start.Minus(c.span)), c.text)
-            << Text(c.start) << (c.add ? " + " : " - ") << c.span.GetTotalMilliseconds();
+    for (const auto& c : ZelvorTest::ReadCases("calendar/WorkingDays.cases")) {
+        const DateTime start = DateOf(c[0]);
+        const TimeSpan span = SpanOf(c[2]);
+        EXPECT_EQ(Text(c[1] == "+" ? start.Add(span) : start.Minus(span)), c[3]) << c.where;
     }
 }
 
 TEST(WorkingDays, SpanRemovesWeekends) {
-    const struct {
-        DateTime later, earlier;
-        long long ms;
-    } cases[] = {
-        {DateTime(2024, 1, 15), DateTime(2024, 1, 12), kDay},
-        {DateTime(2024, 1, 22), DateTime(2024, 1, 12), 6 * kDay},
-        {DateTime(2024, 1, 10), DateTime(2024, 1, 6), 2 * kDay},
-        {DateTime(2024, 1, 12, 18), DateTime(2024, 1, 8, 9), 4 * kDay + 9 * 3600000LL},
-        {DateTime(2024, 1, 12), DateTime(2024, 1, 15), -3 * kDay},  // backwards: no mirror
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.later.Span(c.earlier).GetTotalMilliseconds(), c.ms) << Text(c.later);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/WorkingSpans.cases")) {
+        EXPECT_EQ(DateOf(c[0]).Span(DateOf(c[1])).GetTotalMilliseconds(),
+                  SpanOf(c[2]).GetTotalMilliseconds())
+            << c.where;
     }
 }
 
@@ -106,19 +72,8 @@ TEST(Order, FieldsDecideCachesAndZonesDoNot) {
 }
 
 TEST(RoundToSeconds, CarriesLikeAnOdometer) {
-    const struct {
-        DateTime value;
-        const char* text;
-    } cases[] = {
-        {DateTime(2024, 12, 31, 23, 59, 59, 500), "2025-01-01 00:00:00.000"},
-        {DateTime(2024, 2, 28, 23, 59, 59, 999), "2024-02-29 00:00:00.000"},
-        {DateTime(2023, 2, 28, 23, 59, 59, 999), "2023-03-01 00:00:00.000"},
-        {DateTime(2024, 5, 6, 7, 59, 59, 500), "2024-05-06 08:00:00.000"},
-        {DateTime(2024, 5, 6, 7, 8, 9, 499), "2024-05-06 07:08:09.000"},
-        {DateTime(65535, 12, 31, 23, 59, 59, 999), "0000-01-01 00:00:00.000"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Text(c.value.RoundToSeconds()), c.text);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/RoundToSeconds.cases")) {
+        EXPECT_EQ(Text(DateOf(c[0]).RoundToSeconds()), c[1]) << c.where;
     }
     EXPECT_EQ(DateTime(2024, 1, 1, 0, 0, 0, 700, 120).RoundToSeconds().GetZoneMinutes(), 120);
 }

@@ -8,6 +8,7 @@
 
 namespace {
 
+using CalendarTest::DateOf;
 using CalendarTest::Text;
 using CalendarTest::ZoneScope;
 using ZelvorDataType::DateTime;
@@ -44,51 +45,22 @@ TEST(Zones, UtcLeavesEveryYearAlone) {
 }
 
 TEST(Zones, FixedOffsetsPutTheRealYearBack) {
-    const struct {
-        const char* zone;
-        DateTime value;
-        bool toUtc;
-        const char* text;
-    } cases[] = {
-        {"XXX-1", DateTime(2023, 12, 31, 23, 30), false, "2024-01-01 00:30:00.000"},
-        {"XXX-1", DateTime(1000, 1, 1, 0, 30, 0, 7), true, "0999-12-31 23:30:00.007"},
-        {"XXX-1", DateTime(3000, 12, 31, 23, 30), false, "3001-01-01 00:30:00.000"},
-        {"XXX-1", DateTime(2400, 2, 29, 23, 30), false, "2400-03-01 00:30:00.000"},
-        {"XXX-1", DateTime(0, 1, 1, 0, 30), true, "65535-12-31 23:30:00.000"},
-        {"XXX-1", DateTime(65535, 12, 31, 23, 30), false, "0000-01-01 00:30:00.000"},
-        {"YYY+5:30", DateTime(50000, 3, 1, 2), true, "50000-03-01 07:30:00.000"},
-        {"YYY+5:30", DateTime(120, 1, 1, 2), false, "0119-12-31 20:30:00.000"},
-    };
-    for (const auto& c : cases) {
-        const ZoneScope zone(c.zone);
-        EXPECT_EQ(Text(c.toUtc ? c.value.ToUTCTime() : c.value.ToLocalTime()), c.text)
-            << c.zone << " " << Text(c.value);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/FixedOffsets.cases")) {
+        const ZoneScope zone(c[0].c_str());
+        const DateTime value = DateOf(c[1]);
+        EXPECT_EQ(Text(c[2] == "utc" ? value.ToUTCTime() : value.ToLocalTime()), c[3]) << c.where;
     }
 }
 
-// Daylight saving follows the zone's rules for the pattern year, far from 1971..2037 too.
 TEST(Zones, DaylightSavingInEveryCentury) {
-    const struct {
-        const char* zone;
-        DateTime local;
-        const char* utc;
-        int bias;
-    } cases[] = {
-        {"America/New_York", DateTime(2024, 7, 1, 12), "2024-07-01 16:00:00.000", 240},
-        {"America/New_York", DateTime(1500, 7, 1, 12), "1500-07-01 16:00:00.000", 240},
-        {"America/New_York", DateTime(200, 12, 31, 21), "0201-01-01 02:00:00.000", 300},
-        {"America/New_York", DateTime(40000, 8, 9, 22, 15), "40000-08-10 02:15:00.000", 240},
-        {"Europe/Berlin", DateTime(9999, 1, 1, 0, 30), "9998-12-31 23:30:00.000", -60},
-        // 800 takes the pattern of 1972, before Germany kept summer time.
-        {"Europe/Berlin", DateTime(800, 8, 1, 12), "0800-08-01 11:00:00.000", -60},
-        {"Asia/Tokyo", DateTime(1066, 10, 14, 8), "1066-10-13 23:00:00.000", -540},
-    };
-    for (const auto& c : cases) {
-        const ZoneScope zone(c.zone);
-        const DateTime utc = c.local.ToUTCTime();
-        EXPECT_EQ(Text(utc), c.utc) << c.zone << " " << Text(c.local);
-        EXPECT_EQ(Text(utc.ToLocalTime()), Text(c.local)) << c.zone;
-        EXPECT_EQ(c.local.GetTimeZoneBias(), c.bias) << c.zone << " " << Text(c.local);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/DaylightSaving.cases")) {
+        SCOPED_TRACE(c.where);
+        const ZoneScope zone(c[0].c_str());
+        const DateTime local = DateOf(c[1]);
+        const DateTime utc = local.ToUTCTime();
+        EXPECT_EQ(Text(utc), c[2]);
+        EXPECT_EQ(Text(utc.ToLocalTime()), Text(local));
+        EXPECT_EQ(local.GetTimeZoneBias(), std::stoi(c[3]));
     }
 }
 
@@ -142,23 +114,8 @@ TEST(Clock, NowCarriesTheZone) {
 }
 
 TEST(SecondsSince1970, BothWays) {
-    const struct {
-        long seconds;
-        int ms;
-        const char* text;
-    } cases[] = {
-        {0, 0, "1970-01-01 00:00:00.000"},
-        {-1, 0, "1969-12-31 23:59:59.000"},
-        {-1, 500, "1969-12-31 23:59:59.500"},
-        {-1, 1500, "1970-01-01 00:00:00.500"},
-        {1709636889, 12, "2024-03-05 11:08:09.012"},
-        {-2209161600L, 0, "1899-12-30 00:00:00.000"},
-        // Below year 0 the date clamps to year 1 and the fraction runs the other way.
-        {-62167219200L, -1, "0001-01-01 00:00:00.001"},
-        {253402300800L, 0, "10000-01-01 00:00:00.000"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(Text(DateTime(c.seconds, c.ms)), c.text) << c.seconds;
+    for (const auto& c : ZelvorTest::ReadCases("calendar/SecondsSince1970.cases")) {
+        EXPECT_EQ(Text(DateTime(std::stol(c[0]), std::stoi(c[1]))), c[2]) << c.where;
     }
     EXPECT_EQ(Text(DateTime(LONG_MIN, 0)).substr(0, 10), "0001-01-01");
     // Non-negative seconds keep the milliseconds as given until the next copy.
@@ -168,19 +125,9 @@ TEST(SecondsSince1970, BothWays) {
     const DateTime copy(raw);
     EXPECT_EQ(copy.GetMillisecond(), 999);
 
-    const struct {
-        DateTime value;
-        long truncated;
-        long long rounded;
-    } back[] = {
-        {DateTime(1970, 1, 1, 0, 0, 1, 999), 1, 2},
-        {DateTime(1969, 12, 31, 23, 59, 59, 500), 0, 0},
-        {DateTime(1969, 12, 31, 23, 59, 58, 400), -1, -1},
-        {DateTime(2024, 3, 5, 11, 8, 9, 500), 1709636889, 1709636890},
-    };
-    for (const auto& c : back) {
-        EXPECT_EQ(c.value.Totime_t(), c.truncated) << Text(c.value);
-        EXPECT_EQ(c.value.Totime_t64(), c.rounded) << Text(c.value);
+    for (const auto& c : ZelvorTest::ReadCases("calendar/ToSeconds.cases")) {
+        EXPECT_EQ(DateOf(c[0]).Totime_t(), std::stol(c[1])) << c.where;
+        EXPECT_EQ(DateOf(c[0]).Totime_t64(), std::stoll(c[2])) << c.where;
     }
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include <ZelvorDataType/BigInt.h>
+#include "support/Cases.h"
 
 namespace {
 
@@ -34,117 +35,56 @@ BigInt Make(const std::string& text, int sign = 1) {
 }
 
 TEST(BigIntText, ConstructorStripsAndPads) {
-    struct Case {
-        const char* text;
-        int length, sign, pad;
-        bool keep;
-        const char* digits;
-        int leadingZeros, precision;
-    } cases[] = {{"000", 3, 0, 0, true, "", 3, 3},
-                 {"000", 3, 0, 0, false, "", 0, 0},
-                 {"12", 2, 1, 3, false, "12000", 0, 5},
-                 {"0.05", 3, 1, 0, true, "05", 1, 3},
-                 {"0.05", 3, -1, 0, false, "05", 0, 2},
-                 {"007", 3, 1, 0, true, "7", 2, 3},
-                 {"007", 3, 1, 0, false, "7", 0, 1},
-                 {"1.25", 3, 1, 2, false, "12500", 0, 5},
-                 // Malformed calls stay inside the text and store digits only.
-                 {"12", 5, 1, 0, false, "12000", 0, 5},
-                 {"1x3", 3, 1, 0, false, "103", 0, 3},
-                 {"5", -4, 1, 0, false, "", 0, 0}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.text);
-        const BigInt v(c.text, c.length, c.sign, c.pad, c.keep);
+    for (const auto& c : ZelvorTest::ReadCases("decimal/BigIntConstruct.cases")) {
+        SCOPED_TRACE(c.where);
+        const int sign = std::stoi(c[2]);
+        const BigInt v(c[0].c_str(), std::stoi(c[1]), sign, std::stoi(c[3]), c[4] == "1");
         const Raw raw = RawOf(v);
-        EXPECT_EQ(raw.digits, c.digits);
-        EXPECT_EQ(raw.length, static_cast<int>(std::string(c.digits).size()));
-        EXPECT_EQ(raw.leadingZeros, c.leadingZeros);
-        EXPECT_EQ(v.Precision(), c.precision);
-        EXPECT_EQ(v.Signum(), c.sign);
+        EXPECT_EQ(raw.digits, c[5]);
+        EXPECT_EQ(raw.length, static_cast<int>(c[5].size()));
+        EXPECT_EQ(raw.leadingZeros, std::stoi(c[6]));
+        EXPECT_EQ(v.Precision(), std::stoi(c[7]));
+        EXPECT_EQ(v.Signum(), sign);
     }
 }
 
 TEST(BigIntCompare, AlignedMagnitudes) {
-    const BigInt empty("", 0, 1, 0, false);  // a quotient truncated to nothing
-    struct Case {
-        const char* a;
-        const char* b;
-        int shift, expected;
-    } cases[] = {{"125", "12", 1, 1},       {"120", "12", 1, 0}, {"0.05", "5", 0, 0},
-                 {"999", "1000", 0, -1},    {"1", "999", -3, 1}, {"1", "1001", -3, -1},
-                 {"5", "", 3, 1},           {"", "5", 0, -1},    {"", "", 2, 0},
-                 {"100", "1", 2, 0},        {"101", "1", 2, 1},  {"19", "2", 0, 1},
-                 {"5", "5", -2147483647, 1}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.a) + " vs " + c.b + " shift " + std::to_string(c.shift));
-        const BigInt a = *c.a != '\0' ? Make(c.a) : BigInt("", 0, 1, 0, false);
-        const BigInt b = *c.b != '\0' ? Make(c.b) : BigInt("", 0, 1, 0, false);
-        EXPECT_EQ(a.CompareABS(b, c.shift), c.expected);
-        if (c.shift != 0) {
-            EXPECT_EQ(b.CompareABS(a, -c.shift), -c.expected);
+    for (const auto& c : ZelvorTest::ReadCases("decimal/BigIntCompare.cases")) {
+        SCOPED_TRACE(c.where);
+        const int shift = std::stoi(c[2]);
+        const int expected = std::stoi(c[3]);
+        EXPECT_EQ(Make(c[0]).CompareABS(Make(c[1]), shift), expected);
+        if (shift != 0) {
+            EXPECT_EQ(Make(c[1]).CompareABS(Make(c[0]), -shift), -expected);
         }
     }
-    EXPECT_EQ(empty.CompareABS(BigInt(), 0), 0);
+    EXPECT_EQ(Make("").CompareABS(BigInt(), 0), 0);
 }
 
-// The digit routines, with the width and the zeros in front that they promise.
 TEST(BigIntDigits, RoutinesWriteFixedWidths) {
-    enum Op { kPlus, kMinus, kTimes, kDivide };
-    struct Case {
-        Op op;
-        const char* a;
-        const char* b;
-        int shiftOrExtra;
-        int r;  // result length a division is asked for
-        const char* expected;
-    } cases[] = {
-        {kPlus, "999", "1", 0, 0, "1000"},
-        {kPlus, "99999999999999999", "1", 0, 0, "100000000000000000"},
-        {kPlus, "25", "5", 2, 0, "0525"},
-        {kPlus, "5", "7", 3, 0, "07005"},
-        {kPlus, "0.05", "1", 0, 0, "006"},
-        {kMinus, "225", "5", 1, 0, "175"},
-        {kMinus, "15", "5", -2, 0, "1495"},
-        {kMinus, "1000", "1", 0, 0, "0999"},
-        {kMinus, "1000000000000000000", "1", 0, 0, "0999999999999999999"},
-        {kTimes, "99", "99", 0, 0, "9801"},
-        {kTimes, "5", "2", 0, 0, "10"},
-        {kTimes, "0.05", "3", 0, 0, "015"},
-        {kDivide, "1500", "3", 0, 4, "0500"},
-        {kDivide, "10", "3", 2, 4, "0333"},
-        {kDivide, "1", "3", 0, 1, "0"},
-        {kDivide, "7", "7", 0, 1, "1"},
-        {kDivide, "1000", "10", 0, 3, "100"},
-        {kDivide, "1", "1000", 4, 2, "10"},
-        {kDivide, "99", "0.05", 2, 4, "1980"},
-        {kDivide, "1234", "2", -2, 2, "06"},
-        {kDivide, "45", "9", 0, 1, "5"},
-        {kDivide, "123456789012345678901234567890", "987654321987654321", 0, 13, "0124999998748"},
-        // The quotient estimate from the leading words overshoots here and is taken back.
-        {kDivide, "147637168024606590365083135726121591", "539061234472907871999999999", 0, 10,
-         "0273878287"}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.a) + " op " + std::to_string(c.op) + " " + c.b);
-        const BigInt a = Make(c.a);
-        const BigInt b = Make(c.b);
+    for (const auto& c : ZelvorTest::ReadCases("decimal/BigIntRoutines.cases")) {
+        SCOPED_TRACE(c.where);
+        const BigInt a = Make(c[1]);
+        const BigInt b = Make(c[2]);
+        const int shiftOrExtra = std::stoi(c[3]);
         std::vector<char> out(512, 'x');
-        int length = c.r;
-        switch (c.op) {
-            case kPlus:
-                BigInt::Plus(out.data(), length, &a, &b, c.shiftOrExtra);
+        int length = std::stoi(c[4]);
+        switch (c[0][0]) {
+            case '+':
+                BigInt::Plus(out.data(), length, &a, &b, shiftOrExtra);
                 break;
-            case kMinus:
-                BigInt::Minus(out.data(), length, &a, &b, c.shiftOrExtra);
+            case '-':
+                BigInt::Minus(out.data(), length, &a, &b, shiftOrExtra);
                 break;
-            case kTimes:
+            case '*':
                 BigInt::Times(out.data(), length, &a, &b);
                 break;
-            case kDivide:
-                BigInt::Divide(out.data(), length, &a, &b, c.shiftOrExtra);
+            default:
+                BigInt::Divide(out.data(), length, &a, &b, shiftOrExtra);
                 break;
         }
-        const std::string expected = c.expected;
-        ASSERT_EQ(length, c.op == kDivide ? c.r : static_cast<int>(expected.size()));
+        const std::string& expected = c[5];
+        ASSERT_EQ(length, c[0] == "/" ? std::stoi(c[4]) : static_cast<int>(expected.size()));
         EXPECT_EQ(std::string(out.data(), expected.size()), expected);
         if (length > 0) {
             EXPECT_EQ(out[static_cast<size_t>(length)], '\0');
@@ -164,42 +104,28 @@ struct Table {
 };
 
 TEST(BigIntDigits, SearchProbesOnlyWhatItNeeds) {
-    struct Case {
-        const char* slice;
-        const char* divisor;
-        int expected;
-        std::vector<int> filled;  // multiples worked out
-        const char* rest;         // the slice less the multiple
-    } cases[] = {{"45", "9", 5, {5}, "00"},
-                 {"3", "7", 0, {1, 2, 5}, "3"},
-                 {"63", "7", 9, {5, 7, 8, 9}, "00"},
-                 {"100", "25", 4, {2, 3, 4, 5}, "000"},
-                 {"99", "12", 8, {5, 7, 8, 9}, "03"},
-                 {"12", "12", 1, {1, 2, 5}, "00"},
-                 {"1000", "125", 8, {5, 7, 8}, "0000"},
-                 {"712", "95", 7, {5, 7, 8}, "047"}};
-    for (const Case& c : cases) {
-        SCOPED_TRACE(std::string(c.slice) + " / " + c.divisor);
-        const int n = static_cast<int>(std::string(c.divisor).size());
+    for (const auto& c : ZelvorTest::ReadCases("decimal/BigIntSearch.cases")) {
+        SCOPED_TRACE(c.where);
+        const std::string& divisor = c[1];
+        const int n = static_cast<int>(divisor.size());
+        const int multiple = std::stoi(c[2]);
         Table t(n);
-        EXPECT_EQ(
-            BigInt::SearchMultiplyList(t.list, t.filled, c.slice,
-                                       static_cast<int>(std::string(c.slice).size()), c.divisor, n),
-            c.expected);
-        std::vector<int> filled;
+        std::string slice = c[0];
+        EXPECT_EQ(BigInt::SearchMultiplyList(t.list, t.filled, slice.c_str(),
+                                             static_cast<int>(slice.size()), divisor.c_str(), n),
+                  multiple);
+        std::string filled;
         for (int m = 1; m <= 9; ++m) {
             if (t.filled[m - 1]) {
-                filled.push_back(m);
-                std::string expected = std::to_string(m * std::stoi(c.divisor));
+                filled += (filled.empty() ? "" : " ") + std::to_string(m);
+                std::string expected = std::to_string(m * std::stoi(divisor));
                 expected.insert(0, static_cast<size_t>(n + 1) - expected.size(), '0');
                 EXPECT_EQ(std::string(t.list[m - 1]), expected);
             }
         }
-        EXPECT_EQ(filled, c.filled);
-        std::string slice = c.slice;
-        BigInt::Subtract4divide(slice.data(), static_cast<int>(slice.size()), n, t.list,
-                                c.expected);
-        EXPECT_EQ(slice, c.rest);
+        EXPECT_EQ(filled, c[3]);
+        BigInt::Subtract4divide(slice.data(), static_cast<int>(slice.size()), n, t.list, multiple);
+        EXPECT_EQ(slice, c[4]);
     }
 }
 

@@ -11,6 +11,7 @@
 #include <ZelvorDataType/Format.h>
 #include <gtest/gtest.h>
 
+#include "support/Cases.h"
 #include "support/Zone.h"
 
 namespace {
@@ -130,21 +131,13 @@ TEST(Format, WidthFillAndAlignment) {
 
 TEST(Format, RefusedFormatsNameTheirFault) {
     const DateTime date(2024, 3, 5);
-    const struct {
-        const char* format;
-        const char* message;
-    } cases[] = {
-        {"{:%Q}", "unknown conversion '%Q'"},   {"{:%z}", "unknown conversion '%z'"},
-        {"{:%Y%}", "unknown conversion '%}'"},  {"{:.4%T}", "precision above 3"},
-        {"{:>{}}", "from an argument"},         {"{:Y}", "unexpected 'Y'"},
-        {"{:9999999999%Y}", "width too large"}, {"{:.9999999999%T}", "precision above 3"},
-    };
-    for (const auto& [format, message] : cases) {
+    for (const auto& c : ZelvorTest::ReadCases("format/RefusedFormats.cases")) {
         try {
-            (void)fmt::format(fmt::runtime(format), date, 30);
-            ADD_FAILURE() << format << " was accepted";
+            (void)fmt::format(fmt::runtime(c[0]), date, 30);
+            ADD_FAILURE() << c.where << ": " << c[0] << " was accepted";
         } catch (const fmt::format_error& e) {
-            EXPECT_NE(std::string(e.what()).find(message), std::string::npos) << e.what();
+            EXPECT_NE(std::string(e.what()).find(c[1]), std::string::npos)
+                << c.where << ": " << e.what();
         }
     }
 }
