@@ -12,12 +12,16 @@
 
 #include <ZelvorInterop/Interop.h>
 
+#include "schedule/ScheduleSupport.h"
 #include "support/Zone.h"
 
 namespace {
 
 using namespace ZelvorDataType;
 using namespace ZelvorInterop;
+using ScheduleTest::Parse;
+using ScheduleTest::T;
+using ZelvorTest::ReadCases;
 using ZelvorTest::Text;
 using ZelvorTest::ZoneScope;
 
@@ -28,12 +32,6 @@ const char* const kZones[] = {"UTC", "Europe/Berlin", "America/New_York", "Austr
 const char* const kStarts[] = {"2024-01-15 08:00:00", "2024-03-09 22:30:00", "2024-03-10 03:00:00",
                                "2024-03-30 23:59:59", "2024-04-06 12:00:00", "2024-10-05 23:00:00",
                                "2024-10-26 12:00:00", "2024-11-02 00:00:00", "2023-12-31 23:59:59"};
-
-DateTime Local(const char* text) {
-    int y, mo, d, h, mi, s;
-    std::sscanf(text, "%d-%d-%d %d:%d:%d", &y, &mo, &d, &h, &mi, &s);
-    return DateTime(y, mo, d, h, mi, s);
-}
 
 // A local wall time the zone skips or repeats.
 bool AtClockChange(const DateTime& local) {
@@ -147,15 +145,10 @@ std::string RandomRule(std::mt19937& rng) {
 
 TEST(InteropRules, AgreeWithLibicalsIterator) {
     std::mt19937 rng(20240331);
-    std::vector<std::string> rules = {
-        "FREQ=WEEKLY;BYDAY=MO,WE,FR;BYHOUR=9;BYMINUTE=0;BYSECOND=0",
-        "FREQ=DAILY;BYHOUR=9,10,11,12,13,14,15,16;BYMINUTE=0,15,30,45;BYSECOND=0",
-        "FREQ=MONTHLY;INTERVAL=2;BYMONTHDAY=15;BYHOUR=9;BYMINUTE=0;BYSECOND=0",
-        "FREQ=WEEKLY;INTERVAL=2;BYDAY=SU,SA;WKST=SU;BYHOUR=23;BYMINUTE=59;BYSECOND=59",
-        "FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=29;BYHOUR=12;BYMINUTE=0;BYSECOND=0",
-        "FREQ=YEARLY;BYMONTH=3;BYDAY=-1SU;BYHOUR=2;BYMINUTE=30;BYSECOND=0",
-        "FREQ=DAILY;INTERVAL=3;BYHOUR=2;BYMINUTE=15;BYSECOND=0",
-        "FREQ=YEARLY;INTERVAL=3;BYMONTHDAY=31"};
+    std::vector<std::string> rules;
+    for (const auto& c : ReadCases("interop/Rules.cases")) {
+        rules.push_back(c[0]);
+    }
     while (rules.size() < 400) {
         rules.push_back(RandomRule(rng));
     }
@@ -164,7 +157,7 @@ TEST(InteropRules, AgreeWithLibicalsIterator) {
         const ZoneScope pinned(zone);
         for (const std::string& rule : rules) {
             for (const char* startText : kStarts) {
-                const DateTime local = Local(startText);
+                const DateTime local = T(startText);
                 const DateTime start = local.ToUTCTime();
                 const std::string what = rule + " from " + startText + " in " + zone;
                 TimeSeriesPtr schedule;
@@ -236,7 +229,7 @@ TEST(InteropCron, AgreesWithCroniter) {
                 continue;
             }
             for (const char* start : kStarts) {
-                cases.push_back({expr, zone, start, Points(*schedule, Local(start).ToUTCTime())});
+                cases.push_back({expr, zone, start, Points(*schedule, T(start).ToUTCTime())});
             }
         }
     }
@@ -273,7 +266,7 @@ for line in sys.stdin:
         std::vector<std::pair<DateTime, DateTime>> expected;
         for (std::string word; words >> word;) {
             word[10] = ' ';
-            const DateTime local = Local(word.c_str());
+            const DateTime local = T(word.c_str());
             expected.emplace_back(local, local.ToUTCTime());
         }
         Compare(expected, c.got, c.expr + " from " + c.start + " in " + c.zone, tally);
@@ -292,35 +285,14 @@ for line in sys.stdin:
 TEST(InteropRoundTrip, TextToScheduleAndBack) {
     const ZoneScope pinned("UTC");
     const DateTime start(2024, 1, 1);  // a Monday
-    struct Row {
-        const char* in;
-        const char* out;
-    };
-    const Row rows[] = {
-        {"RRULE:FREQ=WEEKLY;BYDAY=MO,WE,FR;BYHOUR=9;BYMINUTE=0;BYSECOND=0",
-         "FREQ=WEEKLY;BYSECOND=0;BYMINUTE=0;BYHOUR=9;BYDAY=MO,WE,FR"},
-        {"FREQ=MONTHLY;BYDAY=-1FR;BYHOUR=9;BYMINUTE=0;BYSECOND=0",
-         "FREQ=MONTHLY;BYSECOND=0;BYMINUTE=0;BYHOUR=9;BYDAY=-1FR"},
-        {"FREQ=DAILY;BYHOUR=0,6,12,18;BYMINUTE=0,30;BYSECOND=0,20,40",
-         "FREQ=DAILY;BYSECOND=0,20,40;BYMINUTE=0,30;BYHOUR=0,6,12,18"},
-        {"FREQ=WEEKLY;INTERVAL=2;BYDAY=MO,WE,FR;BYHOUR=9;BYMINUTE=0;BYSECOND=0",
-         "FREQ=WEEKLY;INTERVAL=2;BYSECOND=0;BYMINUTE=0;BYHOUR=9;BYDAY=MO,WE,FR;WKST=SU"},
-        {"FREQ=MONTHLY;INTERVAL=2",  // the 1st at 00:00:00, from the start
-         "FREQ=MONTHLY;INTERVAL=2;BYSECOND=0;BYMINUTE=0;BYHOUR=0;BYMONTHDAY=1"},
-        {"*/15 9-16 * * mon-fri", "*/15 9-16 * * 1-5"},
-        {"0 9 * * 1,3,5", "0 9 * * 1,3,5"},
-        {"0 */2 1 jan *", "0 */2 1 1 *"},
-        {"5,35 * * * 0,6", "5,35 * * * 0,6"},
-        {"59 23 31 * *", "59 23 31 * *"},
-        {"0 12 * * 7", "0 12 * * 0"}};
-    for (const Row& row : rows) {
-        const bool cron = std::string(row.in).find('=') == std::string::npos;
-        const auto from = [&](const char* text) {
+    for (const auto& c : ReadCases("interop/RoundTrips.cases")) {
+        const bool cron = c[0].find('=') == std::string::npos;
+        const auto from = [&](const std::string& text) {
             return cron ? FromCron(text) : FromRecurrenceRule(text, start);
         };
-        const TimeSeriesPtr s = from(row.in);
-        EXPECT_EQ(cron ? ToCron(*s) : ToRecurrenceRule(*s, start), row.out) << row.in;
-        EXPECT_EQ(Wall(Points(*from(row.out), start)), Wall(Points(*s, start))) << row.in;
+        const TimeSeriesPtr s = from(c[0]);
+        EXPECT_EQ(cron ? ToCron(*s) : ToRecurrenceRule(*s, start), c[1]) << c.where;
+        EXPECT_EQ(Wall(Points(*from(c[1]), start)), Wall(Points(*s, start))) << c.where;
     }
 }
 
@@ -329,50 +301,12 @@ TEST(InteropRoundTrip, TextToScheduleAndBack) {
 TEST(InteropRefusal, NamesThePartThatDoesNotTranslate) {
     const ZoneScope pinned("UTC");
     const DateTime monday(2024, 1, 1);
-    struct Row {
-        const char* text;
-        const char* part;
-    };
-    const Row rules[] = {
-        {"FREQ=MONTHLY;BYDAY=MO;BYSETPOS=1;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYSETPOS"},
-        {"FREQ=DAILY;COUNT=5;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "COUNT"},
-        {"FREQ=DAILY;UNTIL=20250101T000000Z;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "UNTIL"},
-        {"FREQ=HOURLY;BYMINUTE=0;BYSECOND=0", "FREQ"},
-        {"FREQ=DAILY;BYHOUR=9,12,17;BYMINUTE=0;BYSECOND=0", "BYHOUR"},
-        {"FREQ=DAILY;BYHOUR=9;BYMINUTE=0,20;BYSECOND=0,30", "BYMINUTE"},
-        {"FREQ=MONTHLY;BYMONTHDAY=-1;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYMONTHDAY"},
-        {"FREQ=MONTHLY;BYMONTHDAY=13;BYDAY=FR;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYMONTHDAY"},
-        {"FREQ=MONTHLY;BYDAY=1MO,2TU;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
-        {"FREQ=YEARLY;BYDAY=20MO;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
-        {"FREQ=YEARLY;BYMONTH=1,7;BYMONTHDAY=1;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYMONTH"},
-        {"FREQ=YEARLY;BYYEARDAY=100;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYYEARDAY"},
-        // A fifth Monday in February comes every 28 years, beyond the schedule's search.
-        {"FREQ=YEARLY;BYMONTH=2;BYDAY=5MO;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
-        {"FREQ=WEEKLY;INTERVAL=2;BYDAY=SU,MO;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "WKST"},
-        {"FREQ=DAILY;BYHOUR=9;BYMINUTE=0", "BYSECOND"},
-        {"FREQ=WEEKLY;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "BYDAY"},
-        {"FREQ=MONTHLY;INTERVAL=2;BYMONTHDAY=15;BYHOUR=9;BYMINUTE=0;BYSECOND=0", "INTERVAL"},
-        {"FREQ=SOMETIMES", "rule"},
-        {"0 9 15 * mon", "day of month"},
-        {"0 9 */2 * *", "day of month"},
-        {"0 9 1,15 * *", "day of month"},
-        {"0 9 * 1,6 *", "month"},
-        {"0 9 * */3 *", "month"},
-        {"0 9 1 * */2", "day of week"},
-        {"0,20 9-10 * * *", "hour"},
-        {"0 9 * * * 2024", "cron text"},
-        {"@daily", "cron text"},
-        {"61 9 * * *", "minute"},
-        {"0 9 * * funday", "day of week"},
-        {"0 5-2 * * *", "hour"},
-    };
-    for (const Row& row : rules) {
+    for (const auto& c : ReadCases("interop/Refusals.cases")) {
         try {
-            const bool cron = std::string(row.text).find('=') == std::string::npos;
-            cron ? FromCron(row.text) : FromRecurrenceRule(row.text);
-            ADD_FAILURE() << row.text << " was taken";
+            c[0].find('=') == std::string::npos ? FromCron(c[0]) : FromRecurrenceRule(c[0]);
+            ADD_FAILURE() << c.where << ": " << c[0] << " was taken";
         } catch (const UntranslatableError& e) {
-            EXPECT_EQ(e.Part(), row.part) << row.text << ": " << e.what();
+            EXPECT_EQ(e.Part(), c[1]) << c.where << ": " << e.what();
         }
     }
     // With a start, an interval is refused only for starts where the two differ: every
@@ -380,42 +314,22 @@ TEST(InteropRefusal, NamesThePartThatDoesNotTranslate) {
     const char* bimonthly = "FREQ=MONTHLY;INTERVAL=2;BYMONTHDAY=15;BYHOUR=9;BYMINUTE=0;BYSECOND=0";
     EXPECT_NO_THROW(FromRecurrenceRule(bimonthly, DateTime(2024, 1, 15, 10, 0, 0)));
     EXPECT_THROW(FromRecurrenceRule(bimonthly, DateTime(2024, 1, 20)), UntranslatableError);
-    // Schedules that a rule or cron can't say: (year, month, day, week, weekdays, hour,
-    // minute recurrence and value), the part, and whether only cron refuses.
-    struct ScheduleRow {
-        RECURRENCE r[7];
-        int v[7];
-        const char* part;
-        bool cronOnly;
-    };
-    const RECURRENCE F = RECURRENCE_FIXED, E = RECURRENCE_EVERY, N = RECURRENCE_NONE;
-    const ScheduleRow schedules[] = {
-        {{F, N, E, N, N, F, F}, {2024, 0, 1, 0, 0, 9, 0}, "year", false},
-        {{N, N, E, N, N, E, F}, {0, 0, 1, 0, 0, 5, 0}, "hour", false},
-        {{N, N, N, F, N, F, F}, {0, 0, 0, 2, 0, 9, 0}, "week", false},
-        {{N, N, N, F, F, F, F}, {0, 0, 0, 2, 2, 9, 0}, "week", true},
-        {{N, N, E, N, N, F, F}, {0, 0, 2, 0, 0, 9, 0}, "day", true},
-        {{N, E, F, N, N, F, F}, {0, 2, 15, 0, 0, 9, 0}, "month", false},
-        {{N, F, N, F, F, F, F}, {0, 2, 0, 5, 2, 9, 0}, "day of week", false},  // 28 years apart
-    };
-    for (const ScheduleRow& row : schedules) {
-        const TimeSeriesPtr s =
-            MakeTimeSeries(row.r[0], row.v[0], row.r[1], row.v[1], row.r[2], row.v[2], row.r[3],
-                           row.v[3], row.r[4], row.v[4], row.r[5], row.v[5], row.r[6], row.v[6], F,
-                           0, F, 0, -1, -1, -1, -1, -1);
+    // Schedules that a rule or cron can't say.
+    for (const auto& c : ReadCases("interop/Unsayable.cases")) {
+        const auto s = Parse(c[0]).Make();
+        const bool cronOnly = c[2] == "cron";
         for (const bool cron : {false, true}) {
             try {
                 cron ? ToCron(*s) : ToRecurrenceRule(*s);
-                EXPECT_TRUE(row.cronOnly && !cron) << row.part << (cron ? " cron" : " rule");
+                EXPECT_TRUE(cronOnly && !cron) << c.where << (cron ? " cron" : " rule");
             } catch (const UntranslatableError& e) {
-                EXPECT_TRUE(cron || !row.cronOnly) << e.what();
-                EXPECT_EQ(e.Part(), row.part) << e.what();
+                EXPECT_TRUE(cron || !cronOnly) << c.where << ": " << e.what();
+                EXPECT_EQ(e.Part(), c[1]) << c.where << ": " << e.what();
             }
         }
     }
     // A window that the hours times minutes of a rule can't say: 09:00 to 17:00 every 30.
-    EXPECT_THROW(ToRecurrenceRule(*MakeTimeSeries(N, 0, N, 0, E, 1, N, 0, N, 0, N, 0, N, 0, N, 0, N,
-                                                  0, 9, 0, 17, 0, 30)),
+    EXPECT_THROW(ToRecurrenceRule(*Parse("day=E1 window=9:00-17:00/30").Make()),
                  UntranslatableError);
     EXPECT_NO_THROW(ToRecurrenceRule(*FromRecurrenceRule(bimonthly, monday), monday));
 }

@@ -15,8 +15,9 @@ namespace {
 using namespace ZelvorDataType;
 using ZelvorRelativeTest::Dynamic;
 using ZelvorRelativeTest::kThursday;
+using ZelvorRelativeTest::ReadCases;
+using ZelvorRelativeTest::T;
 using ZelvorRelativeTest::Text;
-using ZelvorRelativeTest::Ymd;
 
 const char* TestZone() {
     const char* zone = std::getenv("TZ");
@@ -36,40 +37,23 @@ class PinnedClock : public testing::Test {
 };
 
 TEST_F(PinnedClock, ExpirationIsTheNextLocalBoundary) {
-    const struct {
-        const char* name;
-        ZelvorTime value;
-        Ymd localMidnight;
-    } cases[] = {
-        // clang-format off
-        {"today", Dynamic(DYNAMIC_TIME_TODAY), {2024, 3, 15}},
-        {"today, offsets ignored", Dynamic(DYNAMIC_TIME_TODAY, 5), {2024, 3, 15}},
-        {"this week", Dynamic(DYNAMIC_TIME_THIS_WEEK), {2024, 3, 17}},
-        {"this monday", Dynamic(DYNAMIC_TIME_THIS_MONDAY), {2024, 3, 17}},
-        {"this week, two days on", Dynamic(DYNAMIC_TIME_THIS_WEEK, 2), {2024, 3, 15}},
-        {"this month", Dynamic(DYNAMIC_TIME_THIS_MONTH), {2024, 4, 1}},
-        {"this month, a month back", Dynamic(DYNAMIC_TIME_THIS_MONTH, 0, -1), {2024, 4, 1}},
-        {"this month, three days on", Dynamic(DYNAMIC_TIME_THIS_MONTH, 3), {2024, 3, 29}},
-        {"this year", Dynamic(DYNAMIC_TIME_THIS_YEAR), {2025, 1, 1}},
-        {"this quarter", Dynamic(DYNAMIC_TIME_THIS_QUARTER), {2024, 4, 1}},
-        {"this quarter, a month on", Dynamic(DYNAMIC_TIME_THIS_QUARTER, 0, 1), {2024, 6, 1}},
-        {"flags change nothing", Dynamic(DYNAMIC_TIME_TODAY | DYNAMIC_TIME_RELATIVE_HOUR), {2024, 3, 15}},
-        // clang-format on
-    };
     ZelvorBase::Buffer arena;
-    for (const auto& c : cases) {
+    for (const auto& c : ReadCases("relative/Expirations.cases")) {
+        SCOPED_TRACE(c.where + ": " + c[0]);
+        const ZelvorTime value = Dynamic(ZelvorRelativeTest::Kind(c[1]), std::stoi(c[2]),
+                                         static_cast<short>(std::stoi(c[3])));
         ZelvorTime out(&arena);
-        ASSERT_EQ(c.value.GetExpiration(out), 0) << c.name;
-        EXPECT_EQ(out.GetRealMode(), TIME_MODE_UTC) << c.name;
+        ASSERT_EQ(value.GetExpiration(out), 0);
+        EXPECT_EQ(out.GetRealMode(), TIME_MODE_UTC);
         DateTime utc(0.0);
         out.ToDateTime(true, utc);
-        EXPECT_EQ(Text(utc), Text(c.localMidnight.Make().ToUTCTime())) << c.name;
+        EXPECT_EQ(Text(utc), Text(T(c[4].c_str()).ToUTCTime()));
         // The pinned moment given as the reference gives the same boundary.
         ZelvorTime atReference(&arena);
-        ASSERT_EQ(c.value.GetExpiration(DateTime(2024, 3, 14, 15, 30, 45, 123), atReference), 0);
+        ASSERT_EQ(value.GetExpiration(DateTime(2024, 3, 14, 15, 30, 45, 123), atReference), 0);
         DateTime fromReference(0.0);
         atReference.ToDateTime(true, fromReference);
-        EXPECT_EQ(Text(fromReference), Text(utc)) << c.name;
+        EXPECT_EQ(Text(fromReference), Text(utc));
     }
 
     ZelvorTime out;

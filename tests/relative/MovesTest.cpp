@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <climits>
+#include <string>
 
 #include <ZelvorDataType/DynamicTime.h>
 
@@ -9,41 +9,22 @@
 namespace {
 
 using namespace ZelvorDataType;
+using ZelvorRelativeTest::ReadCases;
+using ZelvorRelativeTest::T;
 using ZelvorRelativeTest::Text;
-using ZelvorRelativeTest::Ymd;
 
 TEST(MoveByUnits, CalendarAndExactUnits) {
-    const struct {
-        Ymd from;
-        int n;
-        TIME_GRANULARITY unit;
-        Ymd to;
-    } cases[] = {
-        // clang-format off
-        {{2024, 3, 31}, 1, TIME_GRANULARITY_MONTH, {2024, 2, 29}},
-        {{2023, 1, 31}, -1, TIME_GRANULARITY_MONTH, {2023, 2, 28}},
-        {{2024, 1, 15}, 12, TIME_GRANULARITY_MONTH, {2023, 1, 15}},
-        {{2024, 1, 15}, 24, TIME_GRANULARITY_MONTH, {2022, 1, 15}},
-        {{2024, 12, 15}, -1, TIME_GRANULARITY_MONTH, {2025, 1, 15}},
-        {{2024, 12, 31}, -2, TIME_GRANULARITY_MONTH, {2025, 2, 28}},
-        {{2024, 5, 31}, -13, TIME_GRANULARITY_MONTH, {2025, 6, 30}},
-        {{2024, 2, 29}, 13, TIME_GRANULARITY_MONTH, {2023, 1, 28}},  // year step cuts the day first
-        {{2024, 2, 29, 7, 8}, 0, TIME_GRANULARITY_MONTH, {2024, 2, 29, 7, 8}},
-        {{0, 3, 15}, 13, TIME_GRANULARITY_MONTH, {0, 2, 15}},  // year -1 refused, month still moves
-        {{2024, 2, 29}, 1, TIME_GRANULARITY_YEAR, {2023, 2, 28}},
-        {{2024, 6, 1}, 2025, TIME_GRANULARITY_YEAR, {2024, 6, 1}},
-        {{2024, 6, 1}, INT_MIN, TIME_GRANULARITY_YEAR, {2024, 6, 1}},
-        {{2024, 3, 1, 0, 0, 0, 5}, 1, TIME_GRANULARITY_SECOND, {2024, 2, 29, 23, 59, 59, 5}},
-        {{2024, 3, 1}, -90, TIME_GRANULARITY_MINUTE, {2024, 3, 1, 1, 30}},
-        {{2024, 3, 1}, 25, TIME_GRANULARITY_HOUR, {2024, 2, 28, 23}},
-        {{2024, 3, 14}, 2, TIME_GRANULARITY_WEEK, {2024, 2, 29}},
-        {{2024, 3, 14, 1}, 1, static_cast<TIME_GRANULARITY>(8), {2024, 3, 14, 1}},
-        // clang-format on
-    };
-    for (const auto& c : cases) {
-        DateTime date = c.from.Make();
-        DynamicTime::MoveNthTimePointBefore(date, c.n, c.unit);
-        EXPECT_EQ(Text(date), Text(c.to.Make())) << Text(c.from.Make()) << " n " << c.n;
+    for (const auto& c : ReadCases("relative/Moves.cases")) {
+        DateTime date = T(c[0].c_str());
+        const auto unit = static_cast<TIME_GRANULARITY>(
+            ZelvorRelativeTest::Named(c[2], {{"SECOND", TIME_GRANULARITY_SECOND},
+                                             {"MINUTE", TIME_GRANULARITY_MINUTE},
+                                             {"HOUR", TIME_GRANULARITY_HOUR},
+                                             {"MONTH", TIME_GRANULARITY_MONTH},
+                                             {"YEAR", TIME_GRANULARITY_YEAR},
+                                             {"WEEK", TIME_GRANULARITY_WEEK}}));
+        DynamicTime::MoveNthTimePointBefore(date, std::stoi(c[1]), unit);
+        EXPECT_EQ(Text(date), Text(T(c[3].c_str()))) << c.where;
     }
     // Even a null exact move comes out of the millisecond scale, zone words cleared.
     DateTime zoned(2024, 3, 15, 1, 2, 3, 4, 60, 7);

@@ -113,47 +113,14 @@ TEST(BuilderTest, RefusesWithTheFieldAndItsValues) {
 // point, one with no reason has one (within the default search).
 TEST(BuilderTest, WhyNeverFiresMatchesTheEnumerator) {
     const ZoneScope pinned("Europe/Berlin");
-    struct Case {
-        S schedule;
-        const char* start;
-        const char* reason;  // "" for none
-    };
-    const Case cases[] = {
-        {S().Hour(FIXED, 25), "2010-01-01", "hour 25 can't be placed (0 to 23)"},
-        {S().Minute(FIXED, 60), "2010-01-01", "minute 60 can't be placed (0 to 59)"},
-        {S().Hour(FIXED, -1), "2010-01-01", ""},
-        {S().Dow(0x80), "2010-01-01", "the weekday set is empty"},
-        {S().Week(FIXED, 6), "2010-01-01", "week 6 matches no day"},
-        {S().Day(FIXED, 31).Week(FIXED, 0), "2010-01-01", ""},
-        {S().Month(FIXED, 13), "2010-01-01", "month 13 is not a month (1 to 12)"},
-        {S().Month(FIXED, 6).Day(FIXED, 31), "2010-01-01", "day 31 never falls in June"},
-        {S().Month(FIXED, 2).Day(FIXED, 29), "2010-03-01", ""},
-        {S().Year(FIXED, 2100).Month(FIXED, 2).Day(FIXED, 29), "2010-03-01",
-         "day 29 never falls in February 2100: 2100 is not a leap year"},
-        {S().Year(FIXED, 2000).Month(FIXED, 2).Week(FIXED, 5), "2000-01-01", ""},
-        {S().Day(EVERY, 1).Window(9, 0, 17, 0, 0), "2010-01-01", "the window steps by 0"},
-        {S().Window(17, 0, 9, 0, 30), "2010-01-01", ""},
-        {S().Year(FIXED, 2001).Day(EVERY, 1), "2010-01-01",
-         "year 2001 lies before the start, 2010-01-01"},
-        {S().Year(FIXED, 2010).Month(FIXED, 3), "2010-06-01", "March 2010 lies before the start"},
-        {S().Year(FIXED, 2010).Month(FIXED, 6).Day(FIXED, 5), "2010-06-10",
-         "day 5 of June 2010 lies before the start"},
-        {S().Year(FIXED, 2010).Month(FIXED, 6).Day(FIXED, 15), "2010-06-10", ""},
-        {S().Year(FIXED, 2031).Month(FIXED, 7), "2010-06-10", ""},
-        {S().Year(FIXED, 2031).Month(FIXED, 1), "2010-06-10",
-         "January 2031 lies before the first day searched: the search jumps from the start, "
-         "2010-06-10, to 2031-06-10"},
-        {S().Year(FIXED, 2031).Month(FIXED, 6).Day(FIXED, 10), "2010-06-10", "day 10 of June"},
-        {S().Year(FIXED, 2031).Day(EVERY, 1), "2010-12-31", "year 2031 is never searched"},
-    };
-    for (const Case& c : cases) {
-        const auto s = c.schedule.Make();
-        const DateTime start = T(c.start).ToUTCTime();
+    for (const auto& c : ReadCases("schedule/NeverFires.cases")) {
+        const auto s = Parse(c[0]).Make();
+        const DateTime start = T(c[1].c_str()).ToUTCTime();
         const std::optional<std::string> why = WhyNeverFires(*s, start);
-        EXPECT_EQ(why.value_or("").substr(0, std::string(c.reason).size()), c.reason);
-        EXPECT_EQ(why.has_value(), *c.reason != '\0') << *why;
+        EXPECT_EQ(why.value_or("").substr(0, c[2].size()), c[2]) << c.where;
+        EXPECT_EQ(why.has_value(), !c[2].empty()) << c.where << ": " << why.value_or("");
         DateTime point(0.0);
-        EXPECT_EQ(s->GetNextNTimePoints(start, 1, &point), why ? 0u : 1u) << c.start << c.reason;
+        EXPECT_EQ(s->GetNextNTimePoints(start, 1, &point), why ? 0u : 1u) << c.where;
     }
 }
 

@@ -2,7 +2,6 @@
 // schedules whose phase runs across days and zones with repeated and missing hours.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <climits>
 #include <ranges>
 
@@ -25,12 +24,6 @@ std::vector<std::string> Texts(SchedulePoints points, unsigned int n = UINT_MAX)
     for (auto it = points.begin(); texts.size() < n && it != points.end(); ++it) {
         texts.push_back(Text(*it));
     }
-    return texts;
-}
-
-std::vector<std::string> Texts(const DateTime* points, unsigned int n) {
-    std::vector<std::string> texts;
-    std::transform(points, points + n, std::back_inserter(texts), Text);
     return texts;
 }
 
@@ -63,13 +56,13 @@ TEST(RangeTest, EachEnumeratorMatchesOneBigCall) {
                 SCOPED_TRACE(std::string(zone) + " from " + text);
                 std::vector<DateTime> big(kCount, DateTime(0.0));
                 unsigned int n = s->GetNextNTimePoints(start, kCount, big.data());
-                EXPECT_EQ(Texts(Points(*s, start), kCount), Texts(big.data(), n));
+                EXPECT_EQ(Join(Texts(Points(*s, start), kCount)), Join(big.data(), n));
                 n = s->GetNextNTimePoints(start, from, kCount, big.data());
-                EXPECT_EQ(Texts(Points(*s, start, from), kCount), Texts(big.data(), n));
+                EXPECT_EQ(Join(Texts(Points(*s, start, from), kCount)), Join(big.data(), n));
                 DateTime* all = nullptr;
                 n = s->GetAllTimePoints(start, end, all);
                 const std::unique_ptr<DateTime[]> owned(all);
-                EXPECT_EQ(Texts(Points(*s, start, UpTo{end})), Texts(all, n));
+                EXPECT_EQ(Join(Texts(Points(*s, start, UpTo{end}))), Join(all, n));
             }
         }
     }

@@ -1,16 +1,23 @@
 #pragma once
 
-// Helpers shared by the schedule suites: a builder for the 23 parameters, short texts
-// for dates and lists of them, and a scope that pins the process zone.
+// Helpers shared by the schedule suites: a builder for the 23 parameters and the text
+// it is read from in tables of cases, short texts for dates and lists of them, and a
+// scope that pins the process zone.
+
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include <ZelvorDataType/TimeSeries.h>
 
+#include "support/Cases.h"
 #include "support/Zone.h"
 
 namespace ScheduleTest {
@@ -50,6 +57,35 @@ struct S {
     }
 };
 
+// A schedule as the tables of cases write it, words of "field=value": the fields year,
+// month, day, week, dow (the weekday mask), hour, minute, second and ms, each F (fixed)
+// or E (every) and its number; "at=10:30" a fixed time of day to the millisecond;
+// "window=9:00-17:00/30". No word leaves every field unused.
+inline S Parse(const std::string& text) {
+    static const std::string kFields[] = {"year", "month",  "day",    "week", "dow",
+                                          "hour", "minute", "second", "ms"};
+    S s;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const std::string name = word.substr(0, word.find('='));
+        const char* value = word.c_str() + std::min(name.size() + 1, word.size());
+        const auto field = std::find(std::begin(kFields), std::end(kFields), name);
+        int h = 0, m = 0, he = 0, me = 0, step = 0;
+        if (name == "at" && std::sscanf(value, "%d:%d", &h, &m) == 2) {
+            s.At(h, m);
+        } else if (name == "window" &&
+                   std::sscanf(value, "%d:%d-%d:%d/%d", &h, &m, &he, &me, &step) == 5) {
+            s.Window(h, m, he, me, step);
+        } else if (field != std::end(kFields) && (*value == 'F' || *value == 'E')) {
+            s.Set(int(field - std::begin(kFields)), *value == 'F' ? FIXED : EVERY,
+                  std::atoi(value + 1));
+        } else {
+            ADD_FAILURE() << "not a schedule word: " << word;
+        }
+    }
+    return s;
+}
+
 // "2010-03-01 10:30", seconds and milliseconds optional (":15.250").
 inline DateTime T(const char* text) {
     int y = 0, mo = 0, d = 0, h = 0, mi = 0, s = 0, ms = 0;
@@ -80,6 +116,7 @@ inline std::string Join(const DateTime* points, unsigned int n) {
     return Join(texts);
 }
 
+using ZelvorTest::ReadCases;
 using ZelvorTest::ZoneScope;
 
 // GetNextNTimePoints from `start` (and `from`, when given).

@@ -114,83 +114,24 @@ std::string Days(const TimeSeriesImpl& s, const char* from, size_t n) {
     return Join(days);
 }
 
-// clang-format off
 TEST(SchedulePattern, DaySeries) {
-    struct Case { const char* what; S schedule; const char* from; size_t n; const char* days; };
-    const Case cases[] = {
-        {"months without the 31st are passed over", S().Day(FIXED, 31), "2010-03-01", 3,
-         "2010-03-31, 2010-05-31, 2010-07-31"},
-        {"31st of every second month", S().Day(FIXED, 31).Month(EVERY, 2), "2010-05-01", 3,
-         "2010-05-31, 2010-07-31, 2011-01-31"},
-        {"week 5 is days 29 to 31", S().Week(FIXED, 5), "2010-02-01", 4,
-         "2010-03-29, 2010-03-30, 2010-03-31, 2010-04-29"},
-        {"Mon, Wed, Fri of every second week", S().Week(EVERY, 2).Dow(42), "2010-03-01", 7,
-         "2010-03-01, 2010-03-03, 2010-03-05, 2010-03-15, 2010-03-17, 2010-03-19, 2010-03-29"},
-        {"Mon, Wed of every third week", S().Week(EVERY, 3).Dow(10), "2010-03-01", 5,
-         "2010-03-01, 2010-03-03, 2010-03-22, 2010-03-24, 2010-04-12"},
-        {"every second week from a Wednesday", S().Week(EVERY, 2), "2010-03-05", 4,
-         "2010-03-05, 2010-03-06, 2010-03-14, 2010-03-15"},
-        {"a day interval switches week and mask off", S().Day(EVERY, 7).Week(FIXED, 0).Dow(1),
-         "2010-03-02", 2, "2010-03-02, 2010-03-09"},
-        {"1 March of every second year", S().Year(EVERY, 2).Month(FIXED, 3).Day(FIXED, 1),
-         "2010-01-01", 3, "2010-03-01, 2012-03-01, 2014-03-01"},
-        {"every 400 years widens the search", S().Year(EVERY, 400).Month(FIXED, 1).Day(FIXED, 1),
-         "2000-01-01", 2, "2000-01-01, 2400-01-01"},
-        {"a year ahead: the search resumes after the jumped date",
-         S().Year(FIXED, 2012).Day(EVERY, 1), "2010-06-15", 1, "2012-06-16"},
-        {"29 February jumps to the 28th", S().Year(FIXED, 2013).Day(EVERY, 1), "2012-02-29", 1,
-         "2013-03-01"},
-        {"the fixed year's last day ends it", S().Year(FIXED, 2010).Month(FIXED, 12).Day(FIXED, 31),
-         "2010-01-01", 2, "2010-12-31, end"},
-        {"week 0 matches nothing", S().Week(FIXED, 0), "2010-03-01", 1, "end"},
-        {"a fixed year in the past", S().Year(FIXED, 2009), "2010-03-01", 1, "end"},
-        {"year every 0 has no search", S().Year(EVERY, 0).Month(FIXED, 5), "2010-03-01", 1, "end"},
-        {"no day after 65535-12-30", S().Day(EVERY, 1), "65535-12-29", 3,
-         "65535-12-29, 65535-12-30, end"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Days(*c.schedule.Make(), c.from, c.n), c.days) << c.what;
+    for (const auto& c : ReadCases("schedule/DaySeries.cases")) {
+        EXPECT_EQ(Days(*Parse(c[1]).Make(), c[2].c_str(), std::stoul(c[3])), c[4])
+            << c.where << ": " << c[0];
     }
 }
 
 TEST(SchedulePattern, TimesOfADay) {
-    // GetNextTime from its own result: "+" a later time, "-" false and the time rolled to.
-    struct Case { const char* what; S schedule; const char* from; size_t n; const char* times; };
-    const Case cases[] = {
-        {"the minute carries into the hour's interval", S().Hour(EVERY, 2).Minute(EVERY, 20),
-         "2010-03-01", 5, "+00:20, +00:40, +02:00, +02:20, +02:40"},
-        {"a remainder runs into the next hour", S().Hour(EVERY, 1).Minute(EVERY, 45),
-         "2010-03-01", 3, "+00:45, +01:30, +02:15"},
-        {"every 5 hours rolls over on the same date", S().Hour(EVERY, 5), "2010-03-01 20:00", 2,
-         "-01:00, +06:00"},
-        {"the minute steps before the hour is set", S().Hour(FIXED, 10).Minute(EVERY, 15),
-         "2010-03-01", 4, "+10:15, +10:30, +10:45, -10:00"},
-        {"a fixed time rolls back", S().At(10, 30), "2010-03-01 12:00", 1, "-10:30"},
-        {"seconds counted from the end", S().Minute(EVERY, 5).Second(FIXED, -10), "2010-03-01", 2,
-         "+00:00:50, +00:05:50"},
-        {"hour -1 is the last hour", S().Hour(FIXED, -1), "2010-03-01", 2, "+23:00, -23:00"},
-        {"milliseconds carry into seconds", S().Second(EVERY, 1).Ms(EVERY, 250),
-         "2010-03-01 00:00:00.750", 1, "+00:00:01"},
-        {"no time field in use", S(), "2010-03-01 07:07", 1, "-07:07"},
-        {"an unused hour is never moved", S().Minute(EVERY, 15), "2010-03-01 00:45", 1, "-00:00"},
-        {"an interval of a whole range moves the hour", S().Minute(EVERY, 90).Hour(EVERY, 1),
-         "2010-03-01 10:50", 1, "+12:20"},
-        {"a zero interval stands still", S().Hour(EVERY, 0).Minute(EVERY, 30), "2010-03-01", 2,
-         "+00:30, -00:00"},
-        {"an hour that can't be placed", S().Hour(FIXED, 30).Minute(EVERY, 5), "2010-03-01 08:00",
-         1, "-08:00"},
-    };
-    for (const Case& c : cases) {
-        const auto s = c.schedule.Make();
+    for (const auto& c : ReadCases("schedule/TimesOfADay.cases")) {
+        const auto s = Parse(c[1]).Make();
         std::vector<std::string> times;
-        for (DateTime t = T(c.from); times.size() < c.n;) {
+        for (DateTime t = T(c[2].c_str()); times.size() < std::stoul(c[3]);) {
             const bool later = s->GetNextTime(t, t);
             times.push_back((later ? "+" : "-") + Text(t).substr(11));
         }
-        EXPECT_EQ(Join(times), c.times) << c.what;
+        EXPECT_EQ(Join(times), c[4]) << c.where << ": " << c[0];
     }
 }
-// clang-format on
 
 TEST(SchedulePattern, TimeAndWindowTests) {
     DateTime anchor = T("2010-03-01 20:00"), one = T("2010-03-02 01:00"),
@@ -209,93 +150,31 @@ class ScheduleEnumerator : public testing::Test {
     ZoneScope mZone{"UTC0"};
 };
 
-// clang-format off
 const S kDaily1030 = S().Day(EVERY, 1).At(10, 30);
-const S kDaily10 = S().Day(EVERY, 1).At(10, 0);
-const S kEvery5Hours = S().Day(EVERY, 1).Hour(EVERY, 5).Minute(FIXED, 0).Second(FIXED, 0)
-                         .Ms(FIXED, 0);
-const S kEvery2Hours = S(kEvery5Hours).Hour(EVERY, 2);
 const S kWindow = S().Day(EVERY, 1).Window(9, 0, 10, 0, 30);
-const S kOneDate = S().Year(FIXED, 2010).Month(FIXED, 6).Day(FIXED, 15).At(9, 0);
 
 TEST_F(ScheduleEnumerator, NextFromAStartOrALaterTime) {
-    struct Case {
-        const char *what; S schedule; const char *start, *from; unsigned int n; const char* points;
-    };
-    const Case cases[] = {
-        {"a point equal to the start counts", kDaily1030, "2010-03-01 10:30", nullptr, 1,
-         "2010-03-01 10:30"},
-        {"hours roll over into the next day", kEvery5Hours, "2010-03-01 19:00", nullptr, 3,
-         "2010-03-01 20:00, 2010-03-02 01:00, 2010-03-02 06:00"},
-        {"a day after a gap restarts at midnight", S(kEvery5Hours).Day(EVERY, 2),
-         "2010-03-01 19:00", nullptr, 3, "2010-03-01 20:00, 2010-03-03 00:00, 2010-03-03 05:00"},
-        {"the first day lacks 10:00", S().Hour(FIXED, 10).Minute(EVERY, 15), "2010-03-01",
-         nullptr, 4,
-         "2010-03-01 10:15, 2010-03-01 10:30, 2010-03-01 10:45, 2010-03-02 10:00"},
-        {"window", kWindow, "2010-03-01 09:10", nullptr, 3,
-         "2010-03-01 09:30, 2010-03-01 10:00, 2010-03-02 09:00"},
-        {"window after the day's close", kWindow, "2010-03-01 10:10", nullptr, 1,
-         "2010-03-02 09:00"},
-        {"window step 25 drops the remainder", S(kWindow).Window(9, 0, 10, 0, 25),
-         "2010-03-01 09:30", nullptr, 2, "2010-03-01 09:50, 2010-03-02 09:00"},
-        {"window step 0", S(kWindow).Window(9, 0, 10, 0, 0), "2010-03-01", nullptr, 3, ""},
-        {"one date: the series ends", kOneDate, "2010-01-01", nullptr, 3, "2010-06-15 09:00"},
-        {"one date, passed that day", kOneDate, "2010-06-15 09:01", nullptr, 3, ""},
-        {"a point equal to from counts", kDaily10, "2010-03-01", "2010-03-05 10:00", 1,
-         "2010-03-05 10:00"},
-        {"midnight after a gap fails the anchor", S(kEvery5Hours).Day(EVERY, 2), "2010-03-01",
-         "2010-03-01 20:00", 2, "2010-03-01 20:00, 2010-03-03 05:00"},
-        {"the first day runs on from its rolled-over time",
-         S().Day(EVERY, 1).Hour(EVERY, 5).Minute(FIXED, 30), "2010-03-01 21:00",
-         "2010-03-01 21:00", 3,
-         "2010-03-01 21:30, 2010-03-02 02:30, 2010-03-02 07:30"},
-        {"midnight in the pattern lists the day from midnight", S().Day(EVERY, 1).Hour(EVERY, 2),
-         "2010-03-01 10:00", "2010-02-01", 2, "2010-03-01 00:00, 2010-03-01 02:00"},
-        {"then only from gates", S().Day(EVERY, 1).Hour(EVERY, 2), "2010-03-01 10:00",
-         "2010-03-01 10:00", 2, "2010-03-01 10:00, 2010-03-01 12:00"},
-        {"the window honours the start", kWindow, "2010-03-01 09:10", "2010-02-01", 2,
-         "2010-03-01 09:30, 2010-03-01 10:00"},
-        {"one date after from", kOneDate, "2010-01-01", "2010-02-01", 3, "2010-06-15 09:00"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(Next(*c.schedule.Make(), c.start, c.n, c.from), c.points) << c.what;
+    for (const auto& c : ReadCases("schedule/NextPoints.cases")) {
+        EXPECT_EQ(Next(*Parse(c[1]).Make(), c[2].c_str(), std::stoul(c[4]),
+                       c[3].empty() ? nullptr : c[3].c_str()),
+                  c[5])
+            << c.where << ": " << c[0];
     }
 }
 
 TEST_F(ScheduleEnumerator, AllInARange) {
-    struct Case { const char* what; S schedule; const char *start, *end, *points; };
-    const Case cases[] = {
-        {"a point equal to end counts", kDaily1030, "2010-03-01 12:00", "2010-03-02 10:30",
-         "2010-03-01 10:30, 2010-03-02 10:30"},
-        {"end just before a point", kDaily1030, "2010-03-01 12:00", "2010-03-02 10:29",
-         "2010-03-01 10:30"},
-        {"the first point past end", kDaily1030, "2010-03-01 09:00", "2010-03-01 09:00",
-         "(no array)"},
-        {"start after end", kDaily1030, "2010-03-02", "2010-03-01", "(no array)"},
-        {"days after a gap restart at midnight", S(kEvery5Hours).Day(EVERY, 2), "2010-03-01 19:00",
-         "2010-03-03 06:00",
-         "2010-03-01 00:00, 2010-03-01 05:00, 2010-03-01 10:00, 2010-03-01 15:00, "
-         "2010-03-01 20:00, 2010-03-03 00:00, 2010-03-03 05:00"},
-        {"window", kWindow, "2010-03-01 09:10", "2010-03-02 09:30",
-         "2010-03-01 09:30, 2010-03-01 10:00, 2010-03-02 09:00, 2010-03-02 09:30"},
-        {"window opening past end", kWindow, "2010-03-01 08:00", "2010-03-01 08:30", "(no array)"},
-        {"window with no point in range", kWindow, "2010-03-01 09:10", "2010-03-01 09:20", ""},
-        {"window step 0", S(kWindow).Window(9, 0, 10, 0, 0), "2010-03-01", "2010-03-09",
-         "(no array)"},
-        {"more years than the estimate counts", S().Month(FIXED, 6).Day(FIXED, 15), "2010-01-01",
-         "2013-12-31", "2010-06-15 00:00, 2011-06-15 00:00, 2012-06-15 00:00, 2013-06-15 00:00"},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(All(*c.schedule.Make(), c.start, c.end), c.points) << c.what;
+    for (const auto& c : ReadCases("schedule/AllPoints.cases")) {
+        EXPECT_EQ(All(*Parse(c[1]).Make(), c[2].c_str(), c[3].c_str()), c[4])
+            << c.where << ": " << c[0];
     }
 }
-// clang-format on
 
 TEST_F(ScheduleEnumerator, ArraySizes) {
     // clang-format off
     struct Case { S schedule; int startYear, endYear; unsigned int capacity; };
     const Case cases[] = {
-        {kDaily1030, 2010, 2010, 374}, {kEvery2Hours, 2010, 2010, 8930},
+        {kDaily1030, 2010, 2010, 374},
+        {Parse("day=E1 hour=E2 minute=F0 second=F0 ms=F0"), 2010, 2010, 8930},
         {S().Week(EVERY, 2).Dow(42), 2010, 2010, 6698},
         {S().Day(EVERY, 1).Year(EVERY, 1), 2010, 2012, 1118},
         {S().Month(FIXED, 6).Day(FIXED, 15), 2010, 2020, 3}, {S().Dow(128), 2010, 2010, 2},
@@ -354,40 +233,14 @@ void ExpectWalk(const DateTime* points, unsigned int n, const DateTime& low, con
 
 // Schedules no one should build: every call returns, stays inside its array and hands
 // out its points in walking order.
-// clang-format off
 TEST_F(ScheduleEnumerator, OddSchedulesEndAndStayInBounds) {
-    // `minutes` runs from the start to `from` and to the end of the range.
-    struct Case { const char* what; S schedule; const char* start; int minutes; };
-    const Case cases[] = {
-        {"nothing in use: midnight of every day", S(), "2010-03-01 12:00", 4000},
-        {"zero time intervals", S().Hour(EVERY, 0).Minute(EVERY, 0).Second(EVERY, 0).Ms(EVERY, 0),
-         "2010-03-01 12:00", 4000},
-        {"zero day interval", S().Day(EVERY, 0).At(10, 0), "2010-03-01 12:00", 4000},
-        {"zero month and week intervals", S().Month(EVERY, 0).Week(EVERY, 0).Dow(127),
-         "2010-03-01", 4000},
-        {"zero year interval", S().Year(EVERY, 0).At(10, 0), "2010-03-01 09:00", 4000},
-        {"hour 30", S().Day(EVERY, 1).Hour(FIXED, 30).Minute(EVERY, 5), "2010-03-01", 4000},
-        {"minute -61, millisecond 1000", S().Minute(FIXED, -61).Ms(FIXED, 1000), "2010-03-01",
-         4000},
-        {"intervals past their range", S().Hour(EVERY, 100).Minute(EVERY, 1000000).Ms(EVERY,
-         INT_MAX),
-         "2010-03-01", 100000},
-        {"the widest week interval", S().Week(EVERY, INT_MIN).Dow(2), "2010-03-01", 100000},
-        {"a year interval past the calendar", S().Year(EVERY, 1000000).Month(FIXED, 5),
-         "2010-03-01", 100000},
-        {"a year beyond 16 bits", S().Year(FIXED, 70000), "2010-03-01", 4000},
-        {"the top of the calendar", S().Hour(EVERY, 7), "65535-12-29 12:00", 4000},
-        {"a dense clock", S().Hour(EVERY, 1).Minute(EVERY, 1).Second(EVERY, 1).Ms(EVERY, 1),
-         "2010-03-01 00:01", 1},
-        {"a window of one point a day", S().Window(23, 59, 23, 59, 1439), "2010-03-01", 4000},
-        {"a step past the window", S().Window(9, 0, 9, 30, 45), "2010-03-01 09:10", 4000},
-    };
     constexpr unsigned int kCount = 16;
     const DateTime top(65535, 12, 31, 23, 59, 59, 999);
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        const auto s = c.schedule.Make();
-        const DateTime start = T(c.start), later = start + TimeSpan(0, 0, c.minutes, 0, 0);
+    for (const auto& c : ReadCases("schedule/OddSchedules.cases")) {
+        SCOPED_TRACE(c.where + ": " + c[0]);
+        const auto s = Parse(c[1]).Make();
+        const DateTime start = T(c[2].c_str());
+        const DateTime later = start + TimeSpan(0, 0, std::stoi(c[3]), 0, 0);
         std::vector<DateTime> points(kCount + 2, kUntouched);
         ExpectWalk(points.data(), s->GetNextNTimePoints(start, kCount, points.data()), start, top,
                    points.size());
@@ -400,6 +253,5 @@ TEST_F(ScheduleEnumerator, OddSchedulesEndAndStayInBounds) {
         delete[] all;
     }
 }
-// clang-format on
 
 }  // namespace

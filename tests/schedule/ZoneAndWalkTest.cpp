@@ -17,31 +17,17 @@ namespace chr = std::chrono;
 
 constexpr const char* kNewYork = "America/New_York";
 
-// clang-format off
 TEST(ScheduleZone, DailyPointsAtRealChanges) {
-    // Daily at 09:00 local, from a start in UTC, over a change in each direction.
-    struct Case { const char* zone; const char* start; const char* points; };
-    const Case cases[] = {
-        {kNewYork, "2010-11-05 14:00", "2010-11-06 13:00, 2010-11-07 14:00, 2010-11-08 14:00"},
-        {kNewYork, "2010-03-12 16:00", "2010-03-13 14:00, 2010-03-14 13:00, 2010-03-15 13:00"},
-        {"Europe/Berlin", "2021-03-26 12:00", "2021-03-27 08:00, 2021-03-28 07:00, 2021-03-29 07:00"},
-        {"Europe/Berlin", "2021-10-29 12:00", "2021-10-30 07:00, 2021-10-31 08:00, 2021-11-01 08:00"},
-        // South of the equator the clocks go back in April and forward in October.
-        {"Australia/Sydney", "2021-04-02 12:00", "2021-04-02 22:00, 2021-04-03 23:00, 2021-04-04 23:00"},
-        {"Australia/Sydney", "2021-10-01 12:00", "2021-10-01 23:00, 2021-10-02 22:00, 2021-10-03 22:00"},
-    };
     const auto s = S().Day(EVERY, 1).At(9, 0).Make();
-    for (const Case& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.zone << " from " << c.start);
-        ZoneScope zone(c.zone);
-        EXPECT_EQ(Next(*s, c.start, 3), c.points);
+    for (const auto& c : ReadCases("schedule/ClockChanges.cases")) {
+        ZoneScope zone(c[0].c_str());
+        EXPECT_EQ(Next(*s, c[1].c_str(), 3), c[2]) << c.where;
     }
     ZoneScope zone(kNewYork);
     // 00:00 UTC is still the 12th in New York, and that day is listed whole.
     EXPECT_EQ(All(*s, "2010-03-13 00:00", "2010-03-14 23:00"),
               "2010-03-12 14:00, 2010-03-13 14:00, 2010-03-14 13:00");
 }
-// clang-format on
 
 TEST(ScheduleZone, RepeatedHour) {
     ZoneScope zone(kNewYork);
