@@ -231,6 +231,8 @@ TEST_F(InTokyo, OrderAcrossForms) {
         {"latest, itself", latest, latest, true, false, false},
         {"earliest, itself", earliest, earliest, true, false, false},
         {"earliest before latest", earliest, latest, false, true, false},
+        {"latest after earliest", latest, earliest, false, false, true},
+        {"latest after empty", latest, empty, false, false, true},
         {"same kind, other days", tomorrow, yesterday, true, false, false},
         {"flagged latest is 1899-12-30", flaggedLatest, epoch, true, false, false},
         {"flagged latest before 2024", flaggedLatest, utc, false, true, false},
