@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
+#include "support/Cases.h"
 #include "support/TestDoubles.h"
 
 namespace {
@@ -56,37 +57,22 @@ Content Read(const BinaryCollection& c) {
 }
 
 TEST(BinaryJoin, GroupsNeighboursGreedilyUnderTheLimit) {
-    const struct {
-        Sizes sizes;
-        size_t maxSize;
-        Sizes expected;
-    } cases[] = {
-        {{}, 0, {}},
-        {{3, 3, 3}, 0, {9}},
-        {{3, 3, 3}, 9, {9}},
-        {{3, 3, 3}, 6, {6, 3}},
-        {{3, 3, 3}, 5, {3, 3, 3}},
-        {{2, 10, 2}, 5, {2, 10, 2}},
-        {{2, 3, 5}, 5, {5, 5}},
-        {{2, 0, 3}, 5, {5}},
-        {{4, 0, 4}, 4, {4, 4}},
-        {{5, 1}, 4, {5, 1}},
-        {{1, 1, 1, 1, 1}, 2, {2, 2, 1}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.sizes) + " max " + std::to_string(c.maxSize));
-        const Collection source = Make(c.sizes);
+    for (const auto& row : ZelvorTest::ReadCases("collections/Join.cases")) {
+        SCOPED_TRACE(row.where);
+        const size_t maxSize = std::stoul(row[1]);
+        const Sizes expected = ZelvorTest::Numbers<size_t>(row[2]);
+        const Collection source = Make(ZelvorTest::Numbers<size_t>(row[0]));
         const Bytes all = Read(*source).bytes;
         ZelvorTest::CountingContract contract;
         Governed governed(&contract);
-        const Collection joined(CombineBinaryCollectionGoverned(source.get(), c.maxSize, governed));
-        EXPECT_EQ(Read(*joined).sizes, c.expected);
+        const Collection joined(CombineBinaryCollectionGoverned(source.get(), maxSize, governed));
+        EXPECT_EQ(Read(*joined).sizes, expected);
         EXPECT_EQ(Read(*joined).bytes, all);
-        EXPECT_EQ(contract.requests, c.expected);
-        EXPECT_EQ(contract.taken, c.expected);
-        EXPECT_EQ(contract.counts, std::vector<int>(c.expected.size(), 1));
-        EXPECT_EQ(Read(*Collection(CombineBinaryCollection(source.get(), c.maxSize))).sizes,
-                  c.expected);
+        EXPECT_EQ(contract.requests, expected);
+        EXPECT_EQ(contract.taken, expected);
+        EXPECT_EQ(contract.counts, std::vector<int>(expected.size(), 1));
+        EXPECT_EQ(Read(*Collection(CombineBinaryCollection(source.get(), maxSize))).sizes,
+                  expected);
 
         ZelvorTest::CountingContract whole;
         const std::unique_ptr<Binary> one(CreateBinary(source.get(), &whole));
