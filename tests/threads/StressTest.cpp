@@ -6,7 +6,6 @@
 #include <atomic>
 #include <functional>
 #include <latch>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
