@@ -188,20 +188,6 @@ TEST(StringCollection, InsertsCopiesInOrder) {
 
 using ZelvorTest::CountedObject;
 
-// Logs its tag at every Release, to show the order of releases.
-class Tagged : public CountedObject {
-  public:
-    Tagged(int tag, std::vector<int>* log) : mTag(tag), mLog(log) {}
-    void Release() override {
-        mLog->push_back(mTag);
-        CountedObject::Release();
-    }
-
-  private:
-    int mTag;
-    std::vector<int>* mLog;
-};
-
 TEST(ReferenceCountedObjectCollection, EntriesHoldOneReferenceEach) {
     int destroyed = 0;
     auto* object = new CountedObject(&destroyed);
@@ -230,7 +216,7 @@ TEST(ReferenceCountedObjectCollection, EntriesHoldOneReferenceEach) {
     std::vector<int> log;  // releases at destruction go from the last entry to the first
     list = ZelvorDataType::CreateReferenceCountedObjectCollection();
     for (int tag = 1; tag <= 3; ++tag) {
-        list->Insert(new Tagged(tag, &log), nullptr);
+        list->Insert(new CountedObject(nullptr, &log, tag), nullptr);
     }
     log.clear();
     list.reset();
