@@ -1,19 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <functional>
-#include <limits>
+#include <string>
 #include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
+
+#include "support/Cases.h"
 
 namespace {
 
 using ZelvorDataType::CellFmtData;
 using ZelvorDataType::CellFmtStruct;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr _GUID kFormat = {0x12345678, 0x9ABC, 0xDEF0, {1, 2, 3, 4, 5, 6, 7, 8}};
 
 CellFmtData Make(double value, int type = 1, int changedIdByte = -1, CellFmtStruct* fmt = nullptr) {
@@ -26,32 +26,32 @@ CellFmtData Make(double value, int type = 1, int changedIdByte = -1, CellFmtStru
     return cell;
 }
 
+// A cell as the case files write it (cellfmt/Order.cases), described by `format` when
+// it says "described".
+CellFmtData CellOf(const std::string& field, CellFmtStruct* format) {
+    if (field == "default") {
+        return CellFmtData();
+    }
+    size_t used = 0;
+    const double value = std::stod(field, &used);
+    const std::vector<int> n = ZelvorTest::Numbers<int>(field.substr(used));
+    return Make(value, n.empty() ? 1 : n[0], n.size() < 2 ? -1 : n[1],
+                field.find("described") == std::string::npos ? nullptr : format);
+}
+
 TEST(CellFmtData, EqualityAndOrder) {
     const _GUID id = CellFmtData().GetFmtID();
     EXPECT_EQ(std::memcmp(&id, &ZelvorBase::GUID_NULL, sizeof id), 0);
     EXPECT_EQ(CellFmtData().GetType(), CELLFMT_TYPE_DEFAULT);
 
     CellFmtStruct format;
-    const struct {
-        CellFmtData left, right;
-        bool equal, less;
-    } cases[] = {
-        {CellFmtData(), CellFmtData(), true, false},
-        {CellFmtData(), Make(0.0), false, false},             // the identifier differs
-        {Make(1.0, 1, -1, &format), Make(1.0), true, false},  // the description takes no part
-        {Make(0.0), Make(-0.0), true, false},
-        {Make(1.0), Make(2.0), false, true},
-        {Make(1.0, 1), Make(1.0, 14), false, false},
-        {Make(1.0), Make(1.0, 1, 15), false, false},
-        {Make(kNaN), Make(kNaN), false, false},
-        {Make(1.0), Make(kNaN), false, false},
-        {Make(-INFINITY), Make(1.0), false, true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.left.GetValue() << " vs " << c.right.GetValue());
-        EXPECT_EQ(c.left == c.right, c.equal);
-        EXPECT_EQ(c.right == c.left, c.equal);
-        EXPECT_EQ(c.left < c.right, c.less);
+    for (const auto& c : ZelvorTest::ReadCases("cellfmt/Order.cases")) {
+        SCOPED_TRACE(c.where);
+        const CellFmtData left = CellOf(c[0], &format);
+        const CellFmtData right = CellOf(c[1], &format);
+        EXPECT_EQ(left == right, c[2] == "yes");
+        EXPECT_EQ(right == left, c[2] == "yes");
+        EXPECT_EQ(left < right, c[3] == "yes");
     }
 }
 

@@ -11,6 +11,8 @@
 
 #include <ZelvorDataType/BigDecimal.h>
 
+#include "support/Cases.h"
+
 namespace {
 
 using ZelvorDataType::BigDecimal;
@@ -122,33 +124,23 @@ TEST(BigDecimalAgainstGmp, RandomOperands) {
     }
 }
 
-// Products long enough for the split multiplication: lengths at and around where it
-// takes over, unequal halves, and all nines for the longest carry chains.
 TEST(BigDecimalAgainstGmp, LongProducts) {
-    const struct {
-        size_t lengthA, lengthB;
-        bool nines;
-    } cases[] = {{2304, 2304, false},
-                 {2305, 4600, false},
-                 {4607, 2400, true},
-                 {9001, 8999, false},
-                 {9000, 9000, true}};
     std::mt19937_64 rng(0x1095ULL);
-    for (const auto& c : cases) {
+    for (const auto& c : ZelvorTest::ReadCases("decimal/LongProducts.cases")) {
+        SCOPED_TRACE(c.where);
+        const size_t lengths[] = {std::stoul(c[0]), std::stoul(c[1])};
         std::string digits[2];
         for (int side = 0; side < 2; ++side) {
-            const size_t count = side == 0 ? c.lengthA : c.lengthB;
-            for (size_t i = 0; i < count; ++i) {
-                digits[side] += static_cast<char>(c.nines ? '9' : '0' + rng() % 10);
+            for (size_t i = 0; i < lengths[side]; ++i) {
+                digits[side] += static_cast<char>(c[2] == "nines" ? '9' : '0' + rng() % 10);
             }
             digits[side][0] = '9';  // no zeros in front, which a heap value would keep
         }
-        SCOPED_TRACE(std::to_string(c.lengthA) + " x " + std::to_string(c.lengthB));
         const mpz_class expected = -(mpz_class(digits[0], 10) * mpz_class(digits[1], 10));
         const BigDecimal x(("-" + digits[0].substr(0, 7) + "." + digits[0].substr(7)).c_str());
         const BigDecimal y(digits[1].c_str());
         EXPECT_EQ((x * y)->ToString().c_str(),
-                  Format(expected, static_cast<long>(c.lengthA) - 7, -1));
+                  Format(expected, static_cast<long>(lengths[0]) - 7, -1));
     }
 }
 
