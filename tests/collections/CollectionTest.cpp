@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
 #include "support/Cases.h"
 #include "support/TestDoubles.h"
+#include "support/Text.h"
 
 namespace {
 
@@ -141,22 +141,14 @@ TEST(BinaryCollection, MergeMovesOwnershipOrChangesNothing) {
 }
 
 using ZelvorDataType::StringCollection;
-using Entries = std::vector<std::optional<std::wstring>>;  // nullopt: a null entry
-const std::nullopt_t null = std::nullopt;
-
-Entries Texts(const StringCollection& c) {
-    Entries out;
-    for (size_t i = 0; i < c.GetCount(); ++i) {
-        const wchar_t* text = c.GetString(i);
-        out.push_back(text == nullptr ? null : std::optional<std::wstring>(text));
-    }
-    return out;
-}
+using ZelvorTest::Texts;
+using Entries = std::vector<std::wstring>;
+const wchar_t* const null = L"(null)";  // a null entry, as Texts shows it
 
 std::unique_ptr<StringCollection> MakeTexts(const Entries& entries) {
     std::unique_ptr<StringCollection> c(ZelvorDataType::CreateStringCollection());
     for (const auto& e : entries) {  // each text is a temporary, gone after the call
-        c->Insert(e ? std::wstring(*e).c_str() : nullptr);
+        c->Insert(e == null ? nullptr : std::wstring(e).c_str());
     }
     return c;
 }
