@@ -140,12 +140,9 @@ TEST(Binary, GiveUpHandsOverTheWholeHeapBlockButNotArenaMemory) {
 }
 
 TEST(Binary, FactoriesOnTheHeap) {
-    std::unique_ptr<Binary> empty(CreateBinary());
-    EXPECT_EQ(empty->GetSize(), 0u);
-    std::unique_ptr<Binary> zeros(CreateBinary(size_t{0}, nullptr));
-    EXPECT_EQ(zeros->c_ptr(), nullptr);
-    std::unique_ptr<Binary> three(CreateBinary(size_t{3}));
-    EXPECT_EQ(View(*three), Bytes(3, 0));
+    EXPECT_EQ(std::unique_ptr<Binary>(CreateBinary())->GetSize(), 0u);
+    EXPECT_EQ(std::unique_ptr<Binary>(CreateBinary(size_t{0}, nullptr))->c_ptr(), nullptr);
+    EXPECT_EQ(View(*std::unique_ptr<Binary>(CreateBinary(size_t{3}))), Bytes(3, 0));
     BinaryImpl onStack("hi", 2);
     EXPECT_EQ(View(onStack), (Bytes{'h', 'i'}));
 }

@@ -112,9 +112,8 @@ TEST(BinaryCollection, MergeMovesOwnershipOrChangesNothing) {
         const Collection mine = Make({1});
         Collection theirs = Make(theirSizes);
         std::vector<Binary*> expected = Read(*mine).blocks;
-        for (Binary* b : Read(*theirs).blocks) {
-            expected.push_back(b);
-        }
+        const std::vector<Binary*> moved = Read(*theirs).blocks;
+        expected.insert(expected.end(), moved.begin(), moved.end());
         mine->Merge(theirs.get());
         EXPECT_EQ(theirs->GetBinaryCount(), 0u);
         theirs.reset();  // must not take the moved blocks with it
