@@ -46,7 +46,7 @@ std::string Format(const mpz_class& value, long scale, int zeroSign) {
 struct Operand {
     std::string text;
     mpz_class integer;  // the digits with the sign
-    long scale = 0;
+    long scale;
 };
 
 // A random value of 1 to 300 digits and scale 0 to 60, written as decimal text or in
@@ -62,11 +62,7 @@ Operand RandomOperand(std::mt19937_64& rng, bool zerosInFront) {
     }
     const long scale = static_cast<long>(rng() % 61);
     const bool negative = rng() % 2 == 0;
-    Operand out{"", mpz_class(digits, 10)};
-    out.scale = sgn(out.integer) == 0 ? 0 : scale;  // zero always has scale 0
-    if (negative) {
-        out.integer = -out.integer;
-    }
+    const mpz_class integer(digits, 10);
     std::string text =
         rng() % 4 == 0 ? digits + "e-" + std::to_string(scale) : WithPoint(digits, scale);
     if (!zerosInFront) {
@@ -75,8 +71,9 @@ Operand RandomOperand(std::mt19937_64& rng, bool zerosInFront) {
         const size_t end = std::min(text.find_first_of(".e"), text.size());
         text.erase(0, std::min(text.find_first_not_of('0'), end - 1));
     }
-    out.text = (negative ? "-" : "") + text;
-    return out;
+    // Zero always has scale 0.
+    return {(negative ? "-" : "") + text, negative ? mpz_class(-integer) : integer,
+            sgn(integer) == 0 ? 0 : scale};
 }
 
 TEST(BigDecimalAgainstGmp, RandomOperands) {
