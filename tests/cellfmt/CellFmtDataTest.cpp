@@ -16,18 +16,7 @@ using ZelvorDataType::CellFmtStruct;
 
 constexpr _GUID kFormat = {0x12345678, 0x9ABC, 0xDEF0, {1, 2, 3, 4, 5, 6, 7, 8}};
 
-CellFmtData Make(double value, int type = 1, int changedIdByte = -1, CellFmtStruct* fmt = nullptr) {
-    _GUID id = kFormat;
-    if (changedIdByte >= 0) {
-        reinterpret_cast<unsigned char*>(&id)[changedIdByte] = 0xEE;
-    }
-    CellFmtData cell(value, static_cast<EnumCellFmtDataTypes>(type), id);
-    cell.PutCellFmtStructPtr(fmt);
-    return cell;
-}
-
-// A cell as the case files write it (cellfmt/Order.cases), described by `format` when
-// it says "described".
+// A cell as cellfmt/Order.cases writes it.
 CellFmtData CellOf(const std::string& field, CellFmtStruct* format) {
     if (field == "default") {
         return CellFmtData();
@@ -35,8 +24,13 @@ CellFmtData CellOf(const std::string& field, CellFmtStruct* format) {
     size_t used = 0;
     const double value = std::stod(field, &used);
     const std::vector<int> n = ZelvorTest::Numbers<int>(field.substr(used));
-    return Make(value, n.empty() ? 1 : n[0], n.size() < 2 ? -1 : n[1],
-                field.find("described") == std::string::npos ? nullptr : format);
+    _GUID id = kFormat;
+    if (n.size() > 1 && n[1] >= 0) {
+        reinterpret_cast<unsigned char*>(&id)[n[1]] = 0xEE;
+    }
+    CellFmtData cell(value, static_cast<EnumCellFmtDataTypes>(n.empty() ? 1 : n[0]), id);
+    cell.PutCellFmtStructPtr(field.find("described") == std::string::npos ? nullptr : format);
+    return cell;
 }
 
 TEST(CellFmtData, EqualityAndOrder) {
@@ -84,7 +78,8 @@ TEST(CellFmtStruct, DefaultsAndEveryFieldCounts) {
 
 TEST(CellFmtData, SavedFormLayoutAndSizes) {
     CellFmtStruct format;
-    const CellFmtData cell = Make(-1.5, 0x01020304, -1, &format);
+    CellFmtData cell(-1.5, static_cast<EnumCellFmtDataTypes>(0x01020304), kFormat);
+    cell.PutCellFmtStructPtr(&format);
     std::vector<unsigned char> out(41, 0xAB);
     std::vector<unsigned char> expected = out;
     EXPECT_EQ(cell.SaveObj(39, out.data(), 0), -1);

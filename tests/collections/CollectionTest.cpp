@@ -39,7 +39,6 @@ Collection Make(const Sizes& sizes) {
     return c;
 }
 
-// The blocks, all bytes in order, and the size of each block.
 struct Content {
     std::vector<Binary*> blocks;
     Bytes bytes;
