@@ -84,7 +84,6 @@ class CountingContract : public ZelvorBase::MemoryContract {
   public:
     explicit CountingContract(size_t refuseAt = 0, long long code = 12)
         : mRefuseAt(refuseAt), mCode(code) {}
-    ~CountingContract() override = default;
 
     long long RequestMemory(size_t bytes, int count) override {
         requests.push_back(bytes);
