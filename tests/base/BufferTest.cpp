@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <new>
-#include <string>
 
 #include <ZelvorDataType/WideText.h>
 #include "support/TestDoubles.h"

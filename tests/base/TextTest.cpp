@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <string>
 
 #include <ZelvorBase/ZelvorBase.h>
@@ -29,12 +30,7 @@ TEST(Converters, Utf8RoundTripsAndSubstitutesMalformedInput) {
         {"plain", L"plain", "plain"},
         {"\xE2\x82\xAC 5", L"\u20AC 5", "\xE2\x82\xAC 5"},
         {"\xF0\x9F\x98\x80", L"\U0001F600", "\xF0\x9F\x98\x80"},
-        {"a\xFF"
-         "b",
-         L"a\uFFFD"
-         "b",
-         "a\xEF\xBF\xBD"
-         "b"},                                                      // stray byte
+        {"a\xFFz", L"a\uFFFDz", "a\xEF\xBF\xBDz"},                  // stray byte
         {"\xE2\x82", L"\uFFFD", "\xEF\xBF\xBD"},                    // cut-off sequence
         {"\xC0\xAF", L"\uFFFD\uFFFD", "\xEF\xBF\xBD\xEF\xBF\xBD"},  // overlong
     };
@@ -61,10 +57,48 @@ TEST(Converters, AsciiMultiByteAndUtf16) {
     EXPECT_STREQ(UTF16ToWideChar(nullptr, false).c_str(), L"");
 }
 
-// ENOMEM's text is checked with the contract refusal (MessageTest.cpp); an unknown code
-// still gets one.
-TEST(SystemError, UnknownCodesAreDescribedToo) {
-    EXPECT_GT(GetSystemErrorDescription(0xFFFFFFF0u).GetLength(), 0u);
+struct SomeTag : Message {};
+
+TEST(Message, NoTextReadsAsEmpty) {
+    Message m;
+    EXPECT_STREQ(m.GetMessage(), L"");
+    m.SetMessage(L"hello");
+    m.SetMessage(nullptr);
+    EXPECT_STREQ(m.GetMessage(), L"");
+}
+
+TEST(ExceptionImpl, TextConstructorsSetUnknownDomainAndIdMinusOne) {
+    const struct {
+        ExceptionImpl<SomeTag> made;
+        const wchar_t* text;
+    } cases[] = {
+        {ExceptionImpl<SomeTag>(L"Invalid parameter"), L"Invalid parameter"},
+        {ExceptionImpl<SomeTag>(static_cast<const wchar_t*>(nullptr)), L""},
+        {ExceptionImpl<SomeTag>("Variant types incomparable"), L"Variant types incomparable"},
+        {ExceptionImpl<SomeTag>("gr\xC3\xBC\xC3\x9F"), L"gr\u00FC\u00DF"},
+        {ExceptionImpl<SomeTag>(static_cast<const char*>(nullptr)), L""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.made.GetDomain(), MESSAGE_DOMAIN_UNKNOWN);
+        EXPECT_EQ(c.made.GetID(), -1);
+        EXPECT_STREQ(c.made.GetMessage(), c.text);
+    }
+}
+
+// The code is the id, its bits seen as an int, and the system's description follows the
+// text on a line of its own; thrown by value, it is caught as a Message.
+TEST(ExceptionImpl, ContractRefusalCarriesCodeAndDescription) {
+    try {
+        throw ExceptionImpl<ContractManagerAllocException>(L"Refused.", ENOMEM);
+    } catch (const Message& m) {
+        EXPECT_EQ(m.GetDomain(), MESSAGE_DOMAIN_UNKNOWN);
+        EXPECT_EQ(m.GetID(), ENOMEM);
+        EXPECT_STREQ(m.GetMessage(), L"Refused.\nCannot allocate memory");
+    }
+    const ExceptionImpl<ContractManagerAllocException> unknown(L"x", 0xFFFFFFFFu);
+    EXPECT_EQ(unknown.GetID(), -1);
+    EXPECT_EQ(std::wstring(unknown.GetMessage()).rfind(L"x\n", 0), 0u);
+    EXPECT_GT(GetSystemErrorDescription(0xFFFFFFF0u).GetLength(), 0u);  // unknown codes too
 }
 
 }  // namespace

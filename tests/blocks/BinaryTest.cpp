@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include <ZelvorDataType/Binary.h>
+#include "support/Cases.h"
 #include "support/TestDoubles.h"
 
 namespace {
@@ -62,33 +62,23 @@ TEST_P(BinaryBothHomes, SizesAndNullData) {
 }
 
 TEST_P(BinaryBothHomes, TrimmingMovesOnlyTheView) {
-    struct Step {
-        char op;  // h: ZapHead, t: ZapTail, u: UnZap, r: ResetSize
-        size_t n;
-        size_t size;
-        ptrdiff_t offset;  // of c_ptr() from the block's start; -1 for null
-    };
-    // The last rows zap more than the six left: the view empties where it stands.
-    const Step steps[] = {
-        {'h', 3, 7, 3},   {'t', 2, 5, 3},  {'u', 0, 10, 0},  {'h', 11, 0, -1}, {'u', 0, 10, 0},
-        {'t', 11, 0, -1}, {'u', 0, 10, 0}, {'h', 10, 0, -1}, {'u', 0, 10, 0},  {'t', 0, 10, 0},
-        {'h', 0, 10, 0},  {'h', 4, 6, 4},  {'h', 7, 0, -1},  {'r', 0, 0, -1},  {'u', 0, 10, 0},
-    };
     Binary* b = Make(kTen);
     unsigned char* start = b->c_ptr();
-    for (const Step& s : steps) {
-        SCOPED_TRACE(testing::Message() << s.op << " " << s.n);
-        if (s.op == 'h') {
-            b->ZapHead(s.n);
-        } else if (s.op == 't') {
-            b->ZapTail(s.n);
-        } else if (s.op == 'r') {
-            b->ResetSize(s.n);
+    for (const auto& step : ZelvorTest::ReadCases("blocks/Trim.cases")) {
+        SCOPED_TRACE(step.where);
+        const char op = step[0].front();
+        const std::vector<size_t> n = ZelvorTest::Numbers<size_t>(step[0].substr(1));
+        if (op == 'h') {
+            b->ZapHead(n.at(0));
+        } else if (op == 't') {
+            b->ZapTail(n.at(0));
+        } else if (op == 'r') {
+            b->ResetSize(n.at(0));
         } else {
             b->UnZap();
         }
-        EXPECT_EQ(b->GetSize(), s.size);
-        EXPECT_EQ(b->c_ptr(), s.offset < 0 ? nullptr : start + s.offset);
+        EXPECT_EQ(b->GetSize(), std::stoul(step[1]));
+        EXPECT_EQ(b->c_ptr(), step[2] == "null" ? nullptr : start + std::stoul(step[2]));
     }
     EXPECT_EQ(View(*b), kTen);
 }
@@ -118,27 +108,14 @@ TEST_P(BinaryBothHomes, EqualityLooksAtViewsOrderAtUnsignedBytes) {
     a->ZapHead(2);
     a->ZapTail(5);
     EXPECT_TRUE(*a == *b);
-    // Order is lexicographic over unsigned bytes.
-    const struct {
-        Bytes left, right;
-        bool equal, less;
-    } cases[] = {
-        {{}, {}, true, false},
-        {{}, {0}, false, true},
-        {{0}, {}, false, false},
-        {{1, 2}, {1, 2, 0}, false, true},
-        {{1, 2, 0}, {1, 2}, false, false},
-        {{1, 2}, {1, 2}, true, false},
-        {{0x7F}, {0x80}, false, true},
-        {{0x80}, {0x7F}, false, false},
-        {{0xFF}, {0x00, 0x01}, false, false},
-        {{1, 3}, {1, 2, 9}, false, false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(*Make(c.left) == *Make(c.right), c.equal)
-            << c.left.size() << " vs " << c.right.size();
-        EXPECT_EQ(*Make(c.left) < *Make(c.right), c.less)
-            << c.left.size() << " vs " << c.right.size();
+    for (const auto& c : ZelvorTest::ReadCases("blocks/Order.cases")) {
+        SCOPED_TRACE(c.where);
+        const std::vector<int> l = ZelvorTest::Numbers<int>(c[0]);
+        const std::vector<int> r = ZelvorTest::Numbers<int>(c[1]);
+        const Binary* left = Make(Bytes(l.begin(), l.end()));
+        const Binary* right = Make(Bytes(r.begin(), r.end()));
+        EXPECT_EQ(*left == *right, c[2] == "yes");
+        EXPECT_EQ(*left < *right, c[3] == "yes");
     }
 }
 
@@ -163,12 +140,9 @@ TEST(Binary, GiveUpHandsOverTheWholeHeapBlockButNotArenaMemory) {
 }
 
 TEST(Binary, FactoriesOnTheHeap) {
-    std::unique_ptr<Binary> empty(CreateBinary());
-    EXPECT_EQ(empty->GetSize(), 0u);
-    std::unique_ptr<Binary> zeros(CreateBinary(size_t{0}, nullptr));
-    EXPECT_EQ(zeros->c_ptr(), nullptr);
-    std::unique_ptr<Binary> three(CreateBinary(size_t{3}));
-    EXPECT_EQ(View(*three), Bytes(3, 0));
+    EXPECT_EQ(std::unique_ptr<Binary>(CreateBinary())->GetSize(), 0u);
+    EXPECT_EQ(std::unique_ptr<Binary>(CreateBinary(size_t{0}, nullptr))->c_ptr(), nullptr);
+    EXPECT_EQ(View(*std::unique_ptr<Binary>(CreateBinary(size_t{3}))), Bytes(3, 0));
     BinaryImpl onStack("hi", 2);
     EXPECT_EQ(View(onStack), (Bytes{'h', 'i'}));
 }

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -17,6 +16,7 @@ namespace CalendarTest {
 
 using ZelvorDataType::DateTime;
 
+using ZelvorTest::Numbers;
 using ZelvorTest::Text;
 using ZelvorTest::ZoneScope;
 
@@ -25,16 +25,6 @@ inline std::array<int32_t, 11> Words(const DateTime& value, int mode = 0) {
     std::array<int32_t, 11> words{};
     value.SaveObj(sizeof words, words.data(), mode);
     return words;
-}
-
-// The numbers of a field of a table of cases, written "2024 3 31 10".
-inline std::vector<long long> Numbers(const std::string& field) {
-    std::istringstream in(field);
-    std::vector<long long> numbers;
-    for (long long n = 0; in >> n;) {
-        numbers.push_back(n);
-    }
-    return numbers;
 }
 
 // A date from "year month day [hour minute second millisecond]"; the fields left out are 0.

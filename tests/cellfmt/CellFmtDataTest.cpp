@@ -1,28 +1,35 @@
 #include <gtest/gtest.h>
 
-#include <cmath>
 #include <cstring>
 #include <functional>
-#include <limits>
+#include <string>
 #include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
+
+#include "support/Cases.h"
 
 namespace {
 
 using ZelvorDataType::CellFmtData;
 using ZelvorDataType::CellFmtStruct;
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr _GUID kFormat = {0x12345678, 0x9ABC, 0xDEF0, {1, 2, 3, 4, 5, 6, 7, 8}};
 
-CellFmtData Make(double value, int type = 1, int changedIdByte = -1, CellFmtStruct* fmt = nullptr) {
-    _GUID id = kFormat;
-    if (changedIdByte >= 0) {
-        reinterpret_cast<unsigned char*>(&id)[changedIdByte] = 0xEE;
+// A cell as cellfmt/Order.cases writes it.
+CellFmtData CellOf(const std::string& field, CellFmtStruct* format) {
+    if (field == "default") {
+        return CellFmtData();
     }
-    CellFmtData cell(value, static_cast<EnumCellFmtDataTypes>(type), id);
-    cell.PutCellFmtStructPtr(fmt);
+    size_t used = 0;
+    const double value = std::stod(field, &used);
+    const std::vector<int> n = ZelvorTest::Numbers<int>(field.substr(used));
+    _GUID id = kFormat;
+    if (n.size() > 1 && n[1] >= 0) {
+        reinterpret_cast<unsigned char*>(&id)[n[1]] = 0xEE;
+    }
+    CellFmtData cell(value, static_cast<EnumCellFmtDataTypes>(n.empty() ? 1 : n[0]), id);
+    cell.PutCellFmtStructPtr(field.find("described") == std::string::npos ? nullptr : format);
     return cell;
 }
 
@@ -32,26 +39,13 @@ TEST(CellFmtData, EqualityAndOrder) {
     EXPECT_EQ(CellFmtData().GetType(), CELLFMT_TYPE_DEFAULT);
 
     CellFmtStruct format;
-    const struct {
-        CellFmtData left, right;
-        bool equal, less;
-    } cases[] = {
-        {CellFmtData(), CellFmtData(), true, false},
-        {CellFmtData(), Make(0.0), false, false},             // the identifier differs
-        {Make(1.0, 1, -1, &format), Make(1.0), true, false},  // the description takes no part
-        {Make(0.0), Make(-0.0), true, false},
-        {Make(1.0), Make(2.0), false, true},
-        {Make(1.0, 1), Make(1.0, 14), false, false},
-        {Make(1.0), Make(1.0, 1, 15), false, false},
-        {Make(kNaN), Make(kNaN), false, false},
-        {Make(1.0), Make(kNaN), false, false},
-        {Make(-INFINITY), Make(1.0), false, true},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.left.GetValue() << " vs " << c.right.GetValue());
-        EXPECT_EQ(c.left == c.right, c.equal);
-        EXPECT_EQ(c.right == c.left, c.equal);
-        EXPECT_EQ(c.left < c.right, c.less);
+    for (const auto& c : ZelvorTest::ReadCases("cellfmt/Order.cases")) {
+        SCOPED_TRACE(c.where);
+        const CellFmtData left = CellOf(c[0], &format);
+        const CellFmtData right = CellOf(c[1], &format);
+        EXPECT_EQ(left == right, c[2] == "yes");
+        EXPECT_EQ(right == left, c[2] == "yes");
+        EXPECT_EQ(left < right, c[3] == "yes");
     }
 }
 
@@ -84,7 +78,8 @@ TEST(CellFmtStruct, DefaultsAndEveryFieldCounts) {
 
 TEST(CellFmtData, SavedFormLayoutAndSizes) {
     CellFmtStruct format;
-    const CellFmtData cell = Make(-1.5, 0x01020304, -1, &format);
+    CellFmtData cell(-1.5, static_cast<EnumCellFmtDataTypes>(0x01020304), kFormat);
+    cell.PutCellFmtStructPtr(&format);
     std::vector<unsigned char> out(41, 0xAB);
     std::vector<unsigned char> expected = out;
     EXPECT_EQ(cell.SaveObj(39, out.data(), 0), -1);

@@ -3,12 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include <ZelvorDataType/ZelvorDataType.h>
+#include "support/Cases.h"
 #include "support/TestDoubles.h"
+#include "support/Text.h"
 
 namespace {
 
@@ -38,7 +39,6 @@ Collection Make(const Sizes& sizes) {
     return c;
 }
 
-// The blocks, all bytes in order, and the size of each block.
 struct Content {
     std::vector<Binary*> blocks;
     Bytes bytes;
@@ -56,37 +56,22 @@ Content Read(const BinaryCollection& c) {
 }
 
 TEST(BinaryJoin, GroupsNeighboursGreedilyUnderTheLimit) {
-    const struct {
-        Sizes sizes;
-        size_t maxSize;
-        Sizes expected;
-    } cases[] = {
-        {{}, 0, {}},
-        {{3, 3, 3}, 0, {9}},
-        {{3, 3, 3}, 9, {9}},
-        {{3, 3, 3}, 6, {6, 3}},
-        {{3, 3, 3}, 5, {3, 3, 3}},
-        {{2, 10, 2}, 5, {2, 10, 2}},
-        {{2, 3, 5}, 5, {5, 5}},
-        {{2, 0, 3}, 5, {5}},
-        {{4, 0, 4}, 4, {4, 4}},
-        {{5, 1}, 4, {5, 1}},
-        {{1, 1, 1, 1, 1}, 2, {2, 2, 1}},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::PrintToString(c.sizes) + " max " + std::to_string(c.maxSize));
-        const Collection source = Make(c.sizes);
+    for (const auto& row : ZelvorTest::ReadCases("collections/Join.cases")) {
+        SCOPED_TRACE(row.where);
+        const size_t maxSize = std::stoul(row[1]);
+        const Sizes expected = ZelvorTest::Numbers<size_t>(row[2]);
+        const Collection source = Make(ZelvorTest::Numbers<size_t>(row[0]));
         const Bytes all = Read(*source).bytes;
         ZelvorTest::CountingContract contract;
         Governed governed(&contract);
-        const Collection joined(CombineBinaryCollectionGoverned(source.get(), c.maxSize, governed));
-        EXPECT_EQ(Read(*joined).sizes, c.expected);
+        const Collection joined(CombineBinaryCollectionGoverned(source.get(), maxSize, governed));
+        EXPECT_EQ(Read(*joined).sizes, expected);
         EXPECT_EQ(Read(*joined).bytes, all);
-        EXPECT_EQ(contract.requests, c.expected);
-        EXPECT_EQ(contract.taken, c.expected);
-        EXPECT_EQ(contract.counts, std::vector<int>(c.expected.size(), 1));
-        EXPECT_EQ(Read(*Collection(CombineBinaryCollection(source.get(), c.maxSize))).sizes,
-                  c.expected);
+        EXPECT_EQ(contract.requests, expected);
+        EXPECT_EQ(contract.taken, expected);
+        EXPECT_EQ(contract.counts, std::vector<int>(expected.size(), 1));
+        EXPECT_EQ(Read(*Collection(CombineBinaryCollection(source.get(), maxSize))).sizes,
+                  expected);
 
         ZelvorTest::CountingContract whole;
         const std::unique_ptr<Binary> one(CreateBinary(source.get(), &whole));
@@ -126,9 +111,8 @@ TEST(BinaryCollection, MergeMovesOwnershipOrChangesNothing) {
         const Collection mine = Make({1});
         Collection theirs = Make(theirSizes);
         std::vector<Binary*> expected = Read(*mine).blocks;
-        for (Binary* b : Read(*theirs).blocks) {
-            expected.push_back(b);
-        }
+        const std::vector<Binary*> moved = Read(*theirs).blocks;
+        expected.insert(expected.end(), moved.begin(), moved.end());
         mine->Merge(theirs.get());
         EXPECT_EQ(theirs->GetBinaryCount(), 0u);
         theirs.reset();  // must not take the moved blocks with it
@@ -155,22 +139,14 @@ TEST(BinaryCollection, MergeMovesOwnershipOrChangesNothing) {
 }
 
 using ZelvorDataType::StringCollection;
-using Entries = std::vector<std::optional<std::wstring>>;  // nullopt: a null entry
-const std::nullopt_t null = std::nullopt;
-
-Entries Texts(const StringCollection& c) {
-    Entries out;
-    for (size_t i = 0; i < c.GetCount(); ++i) {
-        const wchar_t* text = c.GetString(i);
-        out.push_back(text == nullptr ? null : std::optional<std::wstring>(text));
-    }
-    return out;
-}
+using ZelvorTest::Texts;
+using Entries = std::vector<std::wstring>;
+const wchar_t* const null = L"(null)";  // a null entry, as Texts shows it
 
 std::unique_ptr<StringCollection> MakeTexts(const Entries& entries) {
     std::unique_ptr<StringCollection> c(ZelvorDataType::CreateStringCollection());
     for (const auto& e : entries) {  // each text is a temporary, gone after the call
-        c->Insert(e ? std::wstring(*e).c_str() : nullptr);
+        c->Insert(e == null ? nullptr : std::wstring(e).c_str());
     }
     return c;
 }
@@ -202,20 +178,6 @@ TEST(StringCollection, InsertsCopiesInOrder) {
 
 using ZelvorTest::CountedObject;
 
-// Logs its tag at every Release, to show the order of releases.
-class Tagged : public CountedObject {
-  public:
-    Tagged(int tag, std::vector<int>* log) : mTag(tag), mLog(log) {}
-    void Release() override {
-        mLog->push_back(mTag);
-        CountedObject::Release();
-    }
-
-  private:
-    int mTag;
-    std::vector<int>* mLog;
-};
-
 TEST(ReferenceCountedObjectCollection, EntriesHoldOneReferenceEach) {
     int destroyed = 0;
     auto* object = new CountedObject(&destroyed);
@@ -244,7 +206,7 @@ TEST(ReferenceCountedObjectCollection, EntriesHoldOneReferenceEach) {
     std::vector<int> log;  // releases at destruction go from the last entry to the first
     list = ZelvorDataType::CreateReferenceCountedObjectCollection();
     for (int tag = 1; tag <= 3; ++tag) {
-        list->Insert(new Tagged(tag, &log), nullptr);
+        list->Insert(new CountedObject(nullptr, &log, tag), nullptr);
     }
     log.clear();
     list.reset();

@@ -11,20 +11,15 @@
 #include <ZelvorDataType/BigDecimal.h>
 #include "support/Cases.h"
 #include "support/TestDoubles.h"
+#include "support/Text.h"
 
 namespace {
 
 using ZelvorDataType::BigDecimal;
 using ZelvorDataType::BigDecimalException;
 using ZelvorDataType::BigDecimalHandle;
+using ZelvorTest::Text;
 using Thrown = ZelvorBase::ExceptionImpl<BigDecimalException>;
-
-std::string Text(const BigDecimal& v) {
-    if (v.IsEmpty()) {
-        return "(empty)";
-    }
-    return v.IsInvalid() ? "(invalid)" : v.ToString().c_str();
-}
 
 // The message of the BigDecimalException that `f` throws, or "(none)".
 template <class F>

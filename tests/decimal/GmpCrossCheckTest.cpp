@@ -3,69 +3,55 @@
 // are exact integer operations there.
 #include <gtest/gtest.h>
 
-#include <gmp.h>
+#include <gmpxx.h>
 
 #include <algorithm>
 #include <random>
 #include <string>
-#include <vector>
 
 #include <ZelvorDataType/BigDecimal.h>
+
+#include "support/Cases.h"
 
 namespace {
 
 using ZelvorDataType::BigDecimal;
 using ZelvorDataType::BigDecimalHandle;
 
-class Z {
-  public:
-    Z() { mpz_init(v); }
-    ~Z() { mpz_clear(v); }
-    Z(const Z&) = delete;
-    Z& operator=(const Z&) = delete;
-    mpz_t v;
-};
+mpz_class PowerOfTen(long n) {
+    mpz_class power;
+    mpz_ui_pow_ui(power.get_mpz_t(), 10, static_cast<unsigned long>(n));
+    return power;
+}
 
-// `value` at `scale` as BigDecimal prints it; a zero prints with its places and sign
-// only when `zeroSign` says that it is a truncated quotient.
-std::string Format(const mpz_t value, long scale, int zeroSign) {
-    if (mpz_sgn(value) == 0) {
-        if (zeroSign == 0) {
-            return "0";
-        }
-        std::string text = zeroSign < 0 ? "-0" : "0";
-        return scale > 0 ? text + "." + std::string(static_cast<size_t>(scale), '0') : text;
-    }
-    std::vector<char> buffer(mpz_sizeinbase(value, 10) + 2);
-    mpz_get_str(buffer.data(), 10, value);
-    std::string digits = buffer.data();
-    const bool negative = digits[0] == '-';
-    if (negative) {
-        digits.erase(0, 1);
-    }
+// `digits` with a point before the last `scale` of them, and zeros put in front where
+// fewer than one would stand before it.
+std::string WithPoint(std::string digits, long scale) {
     if (static_cast<long>(digits.size()) <= scale) {
         digits.insert(0, static_cast<size_t>(scale + 1) - digits.size(), '0');
     }
-    const size_t k = digits.size() - static_cast<size_t>(scale);
-    std::string text = (negative ? "-" : "") + digits.substr(0, k);
-    return scale > 0 ? text + "." + digits.substr(k) : text;
+    return scale > 0 ? digits.insert(digits.size() - static_cast<size_t>(scale), ".") : digits;
 }
 
-void ScaleUp(mpz_t out, const mpz_t value, long places) {
-    Z power;
-    mpz_ui_pow_ui(power.v, 10, static_cast<unsigned long>(places));
-    mpz_mul(out, value, power.v);
+// `value` at `scale` as BigDecimal prints it; a zero prints with its places and sign
+// only when `zeroSign` says that it is a truncated quotient.
+std::string Format(const mpz_class& value, long scale, int zeroSign) {
+    if (sgn(value) == 0 && zeroSign == 0) {
+        return "0";
+    }
+    const bool negative = sgn(value) < 0 || (sgn(value) == 0 && zeroSign < 0);
+    return (negative ? "-" : "") + WithPoint(mpz_class(abs(value)).get_str(), scale);
 }
 
 struct Operand {
     std::string text;
-    Z integer;  // the digits with the sign, as GMP sees them
-    long scale = 0;
+    mpz_class integer;  // the digits with the sign
+    long scale;
 };
 
 // A random value of 1 to 300 digits and scale 0 to 60, written as decimal text or in
 // exponent form, with zeros in front now and then.
-void RandomOperand(std::mt19937_64& rng, bool zerosInFront, Operand& out) {
+Operand RandomOperand(std::mt19937_64& rng, bool zerosInFront) {
     const size_t count = 1 + rng() % 300;
     std::string digits;
     for (size_t i = 0; i < count; ++i) {
@@ -76,30 +62,18 @@ void RandomOperand(std::mt19937_64& rng, bool zerosInFront, Operand& out) {
     }
     const long scale = static_cast<long>(rng() % 61);
     const bool negative = rng() % 2 == 0;
-    mpz_set_str(out.integer.v, digits.c_str(), 10);
-    out.scale = mpz_sgn(out.integer.v) == 0 ? 0 : scale;  // zero always has scale 0
-    if (negative) {
-        mpz_neg(out.integer.v, out.integer.v);
+    const mpz_class integer(digits, 10);
+    std::string text =
+        rng() % 4 == 0 ? digits + "e-" + std::to_string(scale) : WithPoint(digits, scale);
+    if (!zerosInFront) {
+        // A heap value would keep and print zeros in front of the point or the exponent;
+        // the model has none.
+        const size_t end = std::min(text.find_first_of(".e"), text.size());
+        text.erase(0, std::min(text.find_first_not_of('0'), end - 1));
     }
-    std::string text;
-    if (rng() % 4 == 0) {
-        if (!zerosInFront) {
-            // A heap value would keep and print such zeros; the model has none.
-            digits.erase(0, std::min(digits.find_first_not_of('0'), digits.size() - 1));
-        }
-        text = digits + "e-" + std::to_string(scale);
-    } else {
-        if (static_cast<long>(digits.size()) <= scale) {
-            digits.insert(0, static_cast<size_t>(scale + 1) - digits.size(), '0');
-        }
-        const size_t k = digits.size() - static_cast<size_t>(scale);
-        std::string integer = digits.substr(0, k);
-        if (!zerosInFront) {
-            integer.erase(0, std::min(integer.find_first_not_of('0'), integer.size() - 1));
-        }
-        text = integer + (scale > 0 ? "." + digits.substr(k) : "");
-    }
-    out.text = (negative ? "-" : "") + text;
+    // Zero always has scale 0.
+    return {(negative ? "-" : "") + text, negative ? mpz_class(-integer) : integer,
+            sgn(integer) == 0 ? 0 : scale};
 }
 
 TEST(BigDecimalAgainstGmp, RandomOperands) {
@@ -108,10 +82,8 @@ TEST(BigDecimalAgainstGmp, RandomOperands) {
         ZelvorBase::Buffer arena;
         const bool inArena = iteration % 2 == 0;
         ZelvorBase::Buffer* home = inArena ? &arena : nullptr;
-        Operand a;
-        Operand b;
-        RandomOperand(rng, inArena, a);
-        RandomOperand(rng, inArena, b);
+        const Operand a = RandomOperand(rng, inArena);
+        const Operand b = RandomOperand(rng, inArena);
         SCOPED_TRACE(a.text + " | " + b.text);
         const BigDecimal x(a.text.c_str(), home);
         const BigDecimal y(b.text.c_str(), home);
@@ -120,74 +92,52 @@ TEST(BigDecimalAgainstGmp, RandomOperands) {
         ASSERT_EQ(x.Scale(), a.scale);
 
         const long common = std::max(a.scale, b.scale);
-        Z left;
-        Z right;
-        Z expected;
-        ScaleUp(left.v, a.integer.v, common - a.scale);
-        ScaleUp(right.v, b.integer.v, common - b.scale);
-        EXPECT_EQ(x.CompareTo(y), std::clamp(mpz_cmp(left.v, right.v), -1, 1));
+        const mpz_class left = a.integer * PowerOfTen(common - a.scale);
+        const mpz_class right = b.integer * PowerOfTen(common - b.scale);
+        EXPECT_EQ(x.CompareTo(y), std::clamp(cmp(left, right), -1, 1));
 
         // Text, scale and sign of a result; `zeroSign` as for Format.
-        const auto check = [&](const BigDecimalHandle& r, long scale, int zeroSign) {
-            EXPECT_EQ(r->ToString().c_str(), Format(expected.v, scale, zeroSign));
+        const auto check = [](const BigDecimalHandle& r, const mpz_class& expected, long scale,
+                              int zeroSign) {
+            EXPECT_EQ(r->ToString().c_str(), Format(expected, scale, zeroSign));
             EXPECT_EQ(r->Scale(), scale);
-            EXPECT_EQ(r->Signum(), mpz_sgn(expected.v) != 0 ? mpz_sgn(expected.v) : zeroSign);
+            EXPECT_EQ(r->Signum(), sgn(expected) != 0 ? sgn(expected) : zeroSign);
         };
-        mpz_add(expected.v, left.v, right.v);
-        check(x + y, common, 0);
-        mpz_sub(expected.v, left.v, right.v);
-        check(x - y, common, 0);
-        mpz_mul(expected.v, a.integer.v, b.integer.v);
-        check(x * y, a.scale + b.scale, 0);
+        check(x + y, left + right, common, 0);
+        check(x - y, left - right, common, 0);
+        check(x * y, a.integer * b.integer, a.scale + b.scale, 0);
 
         // (A / 10^sa) / (B / 10^sb) at scale q is A * 10^(sb + q) / (B * 10^sa), truncated.
         const int asked = static_cast<int>(rng() % 42) - 1;
         const long q = asked == -1 ? a.scale : asked;
-        if (mpz_sgn(b.integer.v) == 0) {
+        if (sgn(b.integer) == 0) {
             EXPECT_THROW((void)x.Divide(y, asked),
                          ZelvorBase::ExceptionImpl<ZelvorDataType::BigDecimalException>);
             continue;
         }
-        ScaleUp(left.v, a.integer.v, b.scale + q);
-        ScaleUp(right.v, b.integer.v, a.scale);
-        mpz_tdiv_q(expected.v, left.v, right.v);
-        check(x.Divide(y, asked), q, mpz_sgn(a.integer.v) * mpz_sgn(b.integer.v));
+        check(x.Divide(y, asked),
+              a.integer * PowerOfTen(b.scale + q) / (b.integer * PowerOfTen(a.scale)), q,
+              sgn(a.integer) * sgn(b.integer));
     }
 }
 
-// Products long enough for the split multiplication: lengths at and around where it
-// takes over, unequal halves, and all nines for the longest carry chains.
 TEST(BigDecimalAgainstGmp, LongProducts) {
-    const struct {
-        size_t lengthA, lengthB;
-        bool nines;
-    } cases[] = {{2304, 2304, false},
-                 {2305, 4600, false},
-                 {4607, 2400, true},
-                 {9001, 8999, false},
-                 {9000, 9000, true}};
     std::mt19937_64 rng(0x1095ULL);
-    for (const auto& c : cases) {
+    for (const auto& c : ZelvorTest::ReadCases("decimal/LongProducts.cases")) {
+        SCOPED_TRACE(c.where);
+        const size_t lengths[] = {std::stoul(c[0]), std::stoul(c[1])};
         std::string digits[2];
         for (int side = 0; side < 2; ++side) {
-            const size_t count = side == 0 ? c.lengthA : c.lengthB;
-            for (size_t i = 0; i < count; ++i) {
-                digits[side] += static_cast<char>(c.nines ? '9' : '0' + rng() % 10);
+            for (size_t i = 0; i < lengths[side]; ++i) {
+                digits[side] += static_cast<char>(c[2] == "nines" ? '9' : '0' + rng() % 10);
             }
             digits[side][0] = '9';  // no zeros in front, which a heap value would keep
         }
-        SCOPED_TRACE(std::to_string(c.lengthA) + " x " + std::to_string(c.lengthB));
-        Z a;
-        Z b;
-        Z expected;
-        mpz_set_str(a.v, digits[0].c_str(), 10);
-        mpz_set_str(b.v, digits[1].c_str(), 10);
-        mpz_mul(expected.v, a.v, b.v);
-        mpz_neg(expected.v, expected.v);
+        const mpz_class expected = -(mpz_class(digits[0], 10) * mpz_class(digits[1], 10));
         const BigDecimal x(("-" + digits[0].substr(0, 7) + "." + digits[0].substr(7)).c_str());
         const BigDecimal y(digits[1].c_str());
         EXPECT_EQ((x * y)->ToString().c_str(),
-                  Format(expected.v, static_cast<long>(c.lengthA) - 7, -1));
+                  Format(expected, static_cast<long>(lengths[0]) - 7, -1));
     }
 }
 

@@ -22,15 +22,10 @@ namespace {
 using namespace ZelvorDataType;
 using ZelvorFault::Drive;
 using ZelvorFault::Probe;
+using ZelvorTest::Text;
+using ZelvorTest::Texts;
 
 // ---- Exact decimals: parsing, copies, the four operations and the texts ----------------
-
-std::string Text(const BigDecimal& v) {
-    if (v.IsEmpty()) {
-        return "(empty)";
-    }
-    return v.IsInvalid() ? "(invalid)" : v.ToString().c_str();
-}
 
 // Long enough that results need a work area on the heap.
 const std::string kLong = std::string(150, '9') + "." + std::string(150, '7');
@@ -494,15 +489,6 @@ std::vector<std::string> Blocks(const BinaryCollection& collection) {
         blocks.push_back(Bytes(*collection.GetBinary(i)));
     }
     return blocks;
-}
-
-std::vector<std::wstring> Texts(const StringCollection& collection) {
-    std::vector<std::wstring> texts;
-    for (size_t i = 0; i < collection.GetCount(); ++i) {
-        const wchar_t* text = collection.GetString(i);
-        texts.emplace_back(text != nullptr ? text : L"(null)");
-    }
-    return texts;
 }
 
 using Collection = std::unique_ptr<BinaryCollection, void (*)(BinaryCollection*)>;

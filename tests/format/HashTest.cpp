@@ -5,7 +5,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdio>
-#include <limits>
 #include <random>
 #include <string>
 #include <unordered_map>
@@ -138,9 +137,7 @@ TEST(Hash, ConsistentWithEquality) {
 template <class T, class... More>
 std::size_t Distinct(const T& first, const More&... more) {
     std::unordered_set<T> set{first, more...};
-    std::unordered_map<T, int> map;
-    map.emplace(first, 0);
-    (map.emplace(more, 0), ...);
+    const std::unordered_map<T, int> map{{first, 0}, {more, 0}...};
     EXPECT_EQ(map.size(), set.size());
     return set.size();
 }

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -59,6 +60,18 @@ inline std::vector<Case> ReadCases(const std::string& name) {
     }
     EXPECT_FALSE(cases.empty()) << "no cases in " << name;
     return cases;
+}
+
+// The whole numbers of a field, written "2024 3 31 10", as `Number` (a type wider than
+// char, which would read characters); reading stops at the first word that is not one.
+template <class Number = long long>
+std::vector<Number> Numbers(const std::string& field) {
+    std::istringstream in(field);
+    std::vector<Number> numbers;
+    for (Number n{}; in >> n;) {
+        numbers.push_back(n);
+    }
+    return numbers;
 }
 
 }  // namespace ZelvorTest

@@ -1,10 +1,8 @@
 // The global allocator of the fault program: malloc and free underneath (so the
 // sanitizers and valgrind still see every block), with a count of live blocks and a
-// per-thread trap that makes one chosen allocation throw std::bad_alloc. Replacing
-// operator new is program-wide, which is why the suites that count are one program.
-// Under ThreadSanitizer the runtime's allocator stays: no block is counted and no trap
-// springs, so the heap runs of each case end at once and the arena and contract runs
-// remain.
+// per-thread trap that makes one chosen allocation throw std::bad_alloc. Under
+// ThreadSanitizer the runtime's allocator stays: no block is counted and no trap springs,
+// so the heap runs of each case end at once and the arena and contract runs remain.
 #include <atomic>
 #include <cstddef>
 #include <cstdlib>

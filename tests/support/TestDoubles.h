@@ -9,15 +9,28 @@
 
 #include <ZelvorBase/ZelvorBase.h>
 
+// Which sanitizer the program is built with: g++ says so by macros, clang by features.
+#if defined(__has_feature)
+#define ZELVOR_HAS_FEATURE(name) __has_feature(name)
+#else
+#define ZELVOR_HAS_FEATURE(name) 0
+#endif
+
+// ThreadSanitizer's runtime defines the global operator new and delete itself, and a
+// program that defines them too does not link; programs that count or fail heap
+// allocations keep the runtime's allocator under it and skip what needs their own.
+#if defined(__SANITIZE_THREAD__) || ZELVOR_HAS_FEATURE(thread_sanitizer)
+#define ZELVOR_CAN_REPLACE_NEW 0
+#else
+#define ZELVOR_CAN_REPLACE_NEW 1
+#endif
+
 // The sanitizers report a failed operator new as a fatal error instead of letting it
 // throw std::bad_alloc, and valgrind aborts the program there, so tests that provoke a
 // real heap exhaustion skip under them.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if !ZELVOR_CAN_REPLACE_NEW || defined(__SANITIZE_ADDRESS__) || \
+    ZELVOR_HAS_FEATURE(address_sanitizer)
 #define ZELVOR_UNDER_SANITIZER 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define ZELVOR_UNDER_SANITIZER 1
-#endif
 #endif
 #if __has_include(<valgrind/valgrind.h>)
 #include <valgrind/valgrind.h>
@@ -32,20 +45,6 @@
     if (!ZELVOR_UNDER_VALGRIND()) {   \
     } else                            \
         GTEST_SKIP() << "heap exhaustion aborts under valgrind"
-#endif
-
-// ThreadSanitizer's runtime defines the global operator new and delete itself, and a
-// program that defines them too does not link; programs that count or fail heap
-// allocations keep the runtime's allocator under it and skip what needs their own.
-#if defined(__SANITIZE_THREAD__)
-#define ZELVOR_CAN_REPLACE_NEW 0
-#elif defined(__has_feature)
-#if __has_feature(thread_sanitizer)
-#define ZELVOR_CAN_REPLACE_NEW 0
-#endif
-#endif
-#ifndef ZELVOR_CAN_REPLACE_NEW
-#define ZELVOR_CAN_REPLACE_NEW 1
 #endif
 
 namespace ZelvorTest {
@@ -85,7 +84,6 @@ class CountingContract : public ZelvorBase::MemoryContract {
   public:
     explicit CountingContract(size_t refuseAt = 0, long long code = 12)
         : mRefuseAt(refuseAt), mCode(code) {}
-    ~CountingContract() override = default;
 
     long long RequestMemory(size_t bytes, int count) override {
         requests.push_back(bytes);
@@ -115,16 +113,21 @@ class CountingContract : public ZelvorBase::MemoryContract {
     long long mCode;
 };
 
-// A counted object that records AddRef and Release calls and deletes itself at zero.
+// A counted object that records AddRef and Release calls and deletes itself at zero;
+// with a log, every Release appends `tag` to it, to show the order of releases.
 class CountedObject : public ZelvorBase::ReferenceCounted {
   public:
-    explicit CountedObject(int* destroyed = nullptr) : mDestroyed(destroyed) {}
+    explicit CountedObject(int* destroyed = nullptr, std::vector<int>* log = nullptr, int tag = 0)
+        : mDestroyed(destroyed), mLog(log), mTag(tag) {}
     void AddRef() override {
         ++count;
         ++addRefs;
     }
     void Release() override {
         ++releases;
+        if (mLog != nullptr) {
+            mLog->push_back(mTag);
+        }
         if (--count == 0) {
             delete this;
         }
@@ -142,6 +145,8 @@ class CountedObject : public ZelvorBase::ReferenceCounted {
 
   private:
     int* mDestroyed;
+    std::vector<int>* mLog;
+    int mTag;
 };
 
 }  // namespace ZelvorTest

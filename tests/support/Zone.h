@@ -5,9 +5,8 @@
 
 #include <cstdlib>
 #include <ctime>
-#include <string>
 
-#include <ZelvorDataType/DateTime.h>
+#include "Text.h"  // Text(DateTime), for the suites that compare dates in zones
 
 namespace ZelvorTest {
 
@@ -27,10 +26,5 @@ class ZoneScope {
     ZoneScope(const ZoneScope&) = delete;
     ZoneScope& operator=(const ZoneScope&) = delete;
 };
-
-// "2024-03-14 15:30:45.123": a date as its text, for messages and comparisons.
-inline std::string Text(const ZelvorDataType::DateTime& value) {
-    return value.ToString().c_str();
-}
 
 }  // namespace ZelvorTest

@@ -6,7 +6,6 @@
 #include <atomic>
 #include <functional>
 #include <latch>
-#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -60,7 +59,6 @@ std::vector<Job> Jobs(const std::vector<const TimeSeries*>& schedules) {
             }
         }
     }
-    // Zone conversions, weeks and biases.
     for (int year : {1899, 1950, 1971, 2007, 2024, 2037, 2100, 9999}) {
         for (int month = 1; month <= 12; month += 2) {
             jobs.emplace_back([=] {
@@ -76,12 +74,11 @@ std::vector<Job> Jobs(const std::vector<const TimeSeries*>& schedules) {
     for (const TimeSeries* schedule : schedules) {
         for (const DateTime& start : kReferences) {
             jobs.emplace_back([=] {
-                std::string text;
                 std::vector<DateTime> points(12, DateTime(0.0));
                 const unsigned int n = schedule->GetNextNTimePoints(start, 12, points.data());
                 const unsigned int m = schedule->GetNextNTimePoints(
                     start, start + TimeSpan(9, 0, 0, 0, 0), 12, points.data());
-                text += std::to_string(n) + "/" + std::to_string(m);
+                std::string text = std::to_string(n) + "/" + std::to_string(m);
                 for (const DateTime& point : points) {
                     text += Text(point);
                 }
@@ -96,7 +93,6 @@ std::vector<Job> Jobs(const std::vector<const TimeSeries*>& schedules) {
             });
         }
     }
-    // Decimals and variants of the thread's own.
     for (const char* text : {"-12.50", "3.14159265358979323846264338327950288", "1e40", "0.0001"}) {
         jobs.emplace_back([=] {
             const BigDecimal a(text);
