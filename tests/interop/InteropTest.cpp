@@ -12,7 +12,7 @@
 
 #include <ZelvorInterop/Interop.h>
 
-#include "schedule/ScheduleSupport.h"
+#include "support/Schedules.h"
 #include "support/Zone.h"
 
 namespace {

@@ -14,8 +14,8 @@
 #include <ZelvorDataType/DateTime.h>
 #include <ZelvorDataType/ZelvorTime.h>
 
-#include "schedule/ScheduleSupport.h"
 #include "support/Cases.h"
+#include "support/Schedules.h"
 #include "support/Zone.h"
 
 namespace ZelvorRelativeTest {

@@ -7,7 +7,7 @@
 
 #include <ZelvorDataType/ScheduleBuilder.h>
 
-#include "schedule/ScheduleSupport.h"
+#include "support/Schedules.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include <ZelvorDataType/SchedulePoints.h>
 
-#include "schedule/ScheduleSupport.h"
+#include "support/Schedules.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <climits>
 #include <memory>
 
-#include "ScheduleSupport.h"
+#include "support/Schedules.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <functional>
 #include <random>
 
-#include "ScheduleSupport.h"
+#include "support/Schedules.h"
 
 namespace {
 

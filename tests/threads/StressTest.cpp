@@ -12,7 +12,7 @@
 
 #include <ZelvorDataType/ZelvorDataType.h>
 
-#include "schedule/ScheduleSupport.h"
+#include "support/Schedules.h"
 #include "support/TestDoubles.h"
 #include "support/Zone.h"
 

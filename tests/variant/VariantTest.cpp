@@ -15,8 +15,8 @@
 
 #include <ZelvorDataType/ZelvorDataType.h>
 
-#include "schedule/ScheduleSupport.h"
 #include "support/Cases.h"
+#include "support/Schedules.h"
 #include "support/TestDoubles.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
-// Helpers shared by the schedule suites: a builder for the 23 parameters and the text
-// it is read from in tables of cases, short texts for dates and lists of them, and a
-// scope that pins the process zone.
+// Helpers for every suite that builds schedules or reads dates from tables of cases: a
+// builder for the 23 parameters and the text it is read from, short texts for dates and
+// lists of them, and the zone scope.
 
 #include <gtest/gtest.h>
 
